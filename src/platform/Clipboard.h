@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <utility>
+#include <vector>
+
+namespace platform {
+
+// One clipboard item with every representation it offers (type name, data).
+struct ClipItem {
+    std::vector<std::pair<QString, QByteArray>> types;
+    friend bool operator==(const ClipItem&, const ClipItem&) = default;
+};
+using ClipContents = std::vector<ClipItem>;
+
+class Clipboard {
+public:
+    virtual ~Clipboard() = default;
+    // A full copy of what the clipboard holds now.
+    virtual ClipContents save() = 0;
+    // Clears the clipboard and puts the saved items back; nothing saved leaves it empty.
+    virtual void restore(const ClipContents& contents) = 0;
+    // Temporary content for a paste: marked so clipboard managers do not keep it.
+    virtual void writeTransientText(const QString& text) = 0;
+    // Content meant to stay for the user to paste.
+    virtual void writeText(const QString& text) = 0;
+};
+
+}  // namespace platform

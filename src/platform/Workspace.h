@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+#include <vector>
+
+namespace platform {
+
+struct RunningApp {
+    qint64 pid = 0;
+    QString bundleId;  // the catalogue's identifier where the desktop maps it; empty when none
+    QString name;      // localized display name; empty when none
+    friend bool operator==(const RunningApp&, const RunningApp&) = default;
+};
+
+struct InstalledApp {
+    QString bundleId;
+    QString name;
+    QString iconPath;  // empty when none
+};
+
+class Workspace {
+public:
+    virtual ~Workspace() = default;
+
+    virtual std::optional<RunningApp> frontmost() = 0;
+    virtual qint64 ownPid() = 0;
+    virtual std::vector<RunningApp> running(const QString& bundleId) = 0;
+
+    virtual bool openUrl(const QString& url) = 0;
+    // Opens a file with the application of that identifier (the default one when empty).
+    virtual bool openFile(const QString& path, const QString& bundleId) = 0;
+    virtual std::optional<InstalledApp> installed(const QString& bundleId) = 0;
+
+    // Starting with the user's session.
+    virtual bool loginItemEnabled() = 0;
+    virtual bool setLoginItem(bool enabled) = 0;
+};
+
+}  // namespace platform
