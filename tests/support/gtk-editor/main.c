@@ -1,0 +1,102 @@
+/* A small GTK 3 window for the tests on the virtual desktop: a multi-paragraph text view, a
+ * single-line entry and a password entry, as any real application would show them.
+ *
+ *   glimmo-gtk-editor [--title TITLE] [--focus text|entry|password] [--text TEXT]
+ *                     [--app-id ID] [--prgname NAME]
+ *
+ * --text sets the text view's content ("\n" separates paragraphs), --app-id the GTK application
+ * id, --prgname the program name (WM_CLASS). Every key press that reaches the window is printed
+ * on standard output as "key <name> <modifier mask>", so a test can tell which keys the
+ * application saw; "ready" is printed once the window is shown and focused. */
+#include <gtk/gtk.h>
+#include <stdio.h>
+#include <string.h>
+
+static const char *title = "Glimmo test editor";
+static const char *focus = "text";
+static const char *initial =
+    "The first paragraph stays as it is.\n"
+    "\n"
+    "Second paragraph with emoji \xF0\x9F\x98\x80 and CJK \xE4\xBD\xA0\xE5\xA5\xBD text.\n"
+    "\n"
+    "The last paragraph.";
+static const char *app_id = "org.glimmo.TestEditor";
+
+static gboolean on_key(GtkWidget *widget, GdkEventKey *event, gpointer data) {
+    (void)widget;
+    (void)data;
+    printf("key %s %u\n", gdk_keyval_name(event->keyval),
+           event->state & (GDK_SHIFT_MASK | GDK_CONTROL_MASK | GDK_MOD1_MASK));
+    fflush(stdout);
+    return FALSE;
+}
+
+static gboolean announce(gpointer data) {
+    (void)data;
+    printf("ready\n");
+    fflush(stdout);
+    return G_SOURCE_REMOVE;
+}
+
+static void activate(GtkApplication *app, gpointer data) {
+    (void)data;
+    GtkWidget *window = gtk_application_window_new(app);
+    gtk_window_set_title(GTK_WINDOW(window), title);
+    gtk_window_set_default_size(GTK_WINDOW(window), 640, 420);
+
+    GtkWidget *box = gtk_box_new(GTK_ORIENTATION_VERTICAL, 6);
+    gtk_container_set_border_width(GTK_CONTAINER(box), 10);
+
+    GtkWidget *entry = gtk_entry_new();
+    gtk_entry_set_placeholder_text(GTK_ENTRY(entry), "Subject");
+    gtk_widget_set_name(entry, "subject");
+
+    GtkWidget *password = gtk_entry_new();
+    gtk_entry_set_visibility(GTK_ENTRY(password), FALSE);
+    gtk_entry_set_input_purpose(GTK_ENTRY(password), GTK_INPUT_PURPOSE_PASSWORD);
+    gtk_widget_set_name(password, "password");
+
+    GtkWidget *view = gtk_text_view_new();
+    gtk_text_view_set_wrap_mode(GTK_TEXT_VIEW(view), GTK_WRAP_WORD_CHAR);
+    gtk_text_buffer_set_text(gtk_text_view_get_buffer(GTK_TEXT_VIEW(view)), initial, -1);
+    gtk_widget_set_name(view, "body");
+    GtkWidget *scroll = gtk_scrolled_window_new(NULL, NULL);
+    gtk_container_add(GTK_CONTAINER(scroll), view);
+    gtk_widget_set_vexpand(scroll, TRUE);
+
+    gtk_box_pack_start(GTK_BOX(box), entry, FALSE, FALSE, 0);
+    gtk_box_pack_start(GTK_BOX(box), password, FALSE, FALSE, 0);
+    gtk_box_pack_start(GTK_BOX(box), scroll, TRUE, TRUE, 0);
+    gtk_container_add(GTK_CONTAINER(window), box);
+    g_signal_connect(window, "key-press-event", G_CALLBACK(on_key), NULL);
+
+    gtk_widget_show_all(window);
+    GtkWidget *target = view;
+    if (strcmp(focus, "entry") == 0) target = entry;
+    if (strcmp(focus, "password") == 0) target = password;
+    gtk_widget_grab_focus(target);
+    gtk_window_present(GTK_WINDOW(window));
+    g_timeout_add(200, announce, NULL);
+}
+
+int main(int argc, char **argv) {
+    const char *prgname = NULL;
+    for (int i = 1; i + 1 < argc; i += 2) {
+        if (strcmp(argv[i], "--title") == 0) title = argv[i + 1];
+        else if (strcmp(argv[i], "--focus") == 0) focus = argv[i + 1];
+        else if (strcmp(argv[i], "--text") == 0) initial = argv[i + 1];
+        else if (strcmp(argv[i], "--app-id") == 0) app_id = argv[i + 1];
+        else if (strcmp(argv[i], "--prgname") == 0) prgname = argv[i + 1];
+        else {
+            fprintf(stderr, "unknown option %s\n", argv[i]);
+            return 2;
+        }
+    }
+    if (prgname) g_set_prgname(prgname);
+    GtkApplication *app = gtk_application_new(app_id, G_APPLICATION_NON_UNIQUE);
+    g_signal_connect(app, "activate", G_CALLBACK(activate), NULL);
+    char *args[] = {argv[0], NULL};
+    int status = g_application_run(G_APPLICATION(app), 1, args);
+    g_object_unref(app);
+    return status;
+}
