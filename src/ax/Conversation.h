@@ -1,0 +1,49 @@
+#pragma once
+// The conversation on screen above an empty reply box, for reply drafts.
+
+#include <QString>
+#include <optional>
+
+#include "platform/Ax.h"
+#include "platform/Clock.h"
+#include "platform/Workspace.h"
+
+namespace ax {
+
+// The Gmail web host searched for in a page's address.
+inline const QString gmailHost = QStringLiteral("mail.google.com");
+
+struct CaptureRoot {
+    platform::Element root;  // never null
+    bool gmail = false;
+};
+
+// Where the conversation lies: the focused window of a reply application, or the web area of
+// a Gmail page in a Chromium browser. Absent elsewhere or when the root cannot be read.
+std::optional<CaptureRoot> captureRoot(platform::Ax& ax, const platform::RunningApp& app,
+                                       const platform::Element& appElement,
+                                       const platform::Element& box);
+
+// The visible static texts under root up to box, in document order, joined by single spaces.
+// Bounded by depth 60, 6000 elements and 0.6 seconds on clock.
+QString conversation(platform::Ax& ax, const platform::Clock& clock, const platform::Element& root,
+                     const platform::Element& box);
+
+struct ReplyContext {
+    QString conversation;  // last 3500 characters
+    QString quoted;        // first 3000 characters of the box's text after the caret, trimmed
+    bool gmail = false;
+};
+
+std::optional<ReplyContext> replyContext(platform::Ax& ax, const platform::Clock& clock,
+                                         const platform::RunningApp& app,
+                                         const platform::Element& appElement,
+                                         const platform::Element& box, const QString& text,
+                                         qint64 caret);
+
+// Lengths and cuts in user-perceived characters (grapheme clusters).
+qsizetype graphemeCount(const QString& text);
+QString lastGraphemes(const QString& text, qsizetype count);
+QString firstGraphemes(const QString& text, qsizetype count);
+
+}  // namespace ax

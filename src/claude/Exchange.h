@@ -1,0 +1,59 @@
+#pragma once
+// The claude exchange: one process started ahead of time waits for the next request; a request
+// takes it, writes one stream-json message, streams text back and ends with one result.
+
+#include <QObject>
+#include <QString>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "platform/Clock.h"
+#include "platform/Defaults.h"
+
+namespace claude {
+
+class Warm;
+
+class Exchange : public QObject {
+    Q_OBJECT
+public:
+    using Why = std::function<void(const QString&)>;
+    using OnPartial = std::function<void(const QString& soFar)>;
+    using OnDone = std::function<void(const QString& answer)>;
+
+    // defaults: the profile that the system prompt is built from. why: the engine's debug notes.
+    Exchange(platform::Defaults& defaults, const platform::Clock& clock, Why why,
+             QObject* parent = nullptr);
+    ~Exchange() override;
+
+    // Makes sure a live process younger than 600 seconds waits.
+    void warmUp();
+    // Sends one request. onDone is called at most once, and only on success.
+    void ask(const QString& text, OnPartial onPartial, OnDone onDone);
+    // Abandons the request in flight: generation moves on, its process is terminated, proc and
+    // pendingText are cleared.
+    void cancel();
+    // Terminates the waiting process, if any.
+    void dropWarm();
+
+    bool requestInFlight() const;  // proc present
+    bool hasWarm() const;
+    qint64 generation() const { return generation_; }
+    bool claudeTrouble() const { return claudeTrouble_; }
+    void setClaudeTrouble(bool value) { claudeTrouble_ = value; }
+
+    // The whole field text whose rewrite is in flight (set by the caller of ask).
+    std::optional<QString> pendingText;
+
+private:
+    platform::Defaults& defaults_;
+    const platform::Clock& clock_;
+    Why why_;
+    std::shared_ptr<Warm> warm_;
+    std::shared_ptr<Warm> proc_;
+    qint64 generation_ = 0;
+    bool claudeTrouble_ = false;
+};
+
+}  // namespace claude
