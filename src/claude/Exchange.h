@@ -2,11 +2,13 @@
 // The claude exchange: one process started ahead of time waits for the next request; a request
 // takes it, writes one stream-json message, streams text back and ends with one result.
 
+#include <QJsonObject>
 #include <QObject>
 #include <QString>
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "platform/Clock.h"
 #include "platform/Defaults.h"
@@ -47,11 +49,20 @@ public:
     std::optional<QString> pendingText;
 
 private:
+    friend struct ExchangeProbe;  // tests shorten the watchdog
+
+    void finish(qint64 generation, double start, const QString& text, const OnDone& onDone,
+                double age, const std::optional<QJsonObject>& record);
+    void release(const Warm* done);
+
     platform::Defaults& defaults_;
     const platform::Clock& clock_;
     Why why_;
     std::shared_ptr<Warm> warm_;
     std::shared_ptr<Warm> proc_;
+    // Every asked process until it has exited, so its end of output is still heard after a cancel.
+    std::vector<std::shared_ptr<Warm>> running_;
+    int watchdogMs_ = 20000;
     qint64 generation_ = 0;
     bool claudeTrouble_ = false;
 };
