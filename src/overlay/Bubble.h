@@ -4,6 +4,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <QWidget>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -47,6 +48,10 @@ public:
     void click(int row = -1);
 
 private:
+    // Puts view, already filled, next to caret and records what is shown; hides the panel
+    // when there is no screen to put it on.
+    void place(QWidget& view, Shown next, const platform::Rect& caret);
+
     platform::Screens& screens_;
     std::unique_ptr<BubblePanel> panel_;
     Shown shown_;

@@ -1,0 +1,176 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QTest>
+
+#include "overlay/Bubble.h"
+#include "overlay/BubblePanel.h"
+#include "overlay/Placement.h"
+
+using overlay::Bubble;
+using overlay::Shown;
+using platform::Rect;
+
+namespace {
+
+struct FakeScreens : platform::Screens {
+    std::vector<platform::Screen> list{{{0, 0, 1920, 1080}, {0, 0, 1920, 1040}}};
+    std::vector<platform::Screen> screens() override { return list; }
+    std::optional<platform::Screen> main() override {
+        if (list.empty()) return std::nullopt;
+        return list.front();
+    }
+};
+
+std::vector<overlay::BubblePanel*> panels() {
+    std::vector<overlay::BubblePanel*> found;
+    for (QWidget* widget : QApplication::topLevelWidgets())
+        if (auto* panel = dynamic_cast<overlay::BubblePanel*>(widget)) found.push_back(panel);
+    return found;
+}
+
+const Rect caret{500, 300, 2, 18};
+const QStringList three{QStringLiteral("One."), QStringLiteral("Two."), QStringLiteral("Three.")};
+
+}  // namespace
+
+TEST(Bubble, ShowsASuggestionAtItsPlaceWithoutTakingFocus) {
+    FakeScreens screens;
+    Bubble bubble(screens);
+    ASSERT_EQ(panels().size(), 1u);
+    overlay::BubblePanel& panel = *panels().front();
+    EXPECT_FALSE(bubble.visible());
+    EXPECT_EQ(bubble.shown().kind, Shown::Kind::Nothing);
+
+    const QString text = QStringLiteral("I need the deck before tomorrow.");
+    bubble.show(text, overlay::defaultHint, caret, {});
+    ASSERT_TRUE(bubble.visible());
+    const Shown& shown = bubble.shown();
+    EXPECT_EQ(shown.kind, Shown::Kind::Suggestion);
+    EXPECT_EQ(shown.text, text);
+    EXPECT_EQ(shown.hint, overlay::defaultHint);
+    EXPECT_EQ(shown.frame.x, 488);
+    EXPECT_EQ(shown.frame.y, 324);
+    EXPECT_EQ(shown.frame.width, overlay::bubbleWidth(overlay::measureLine(text)));
+
+    // The card sits exactly on the frame; the shadow band lies outside it.
+    const QRect card(panel.bubble().mapToGlobal(QPoint(0, 0)), panel.bubble().size());
+    EXPECT_EQ(card, QRect(488, 324, int(shown.frame.width), int(shown.frame.height)));
+    EXPECT_TRUE(panel.bubble().isVisible());
+    EXPECT_FALSE(panel.replies().isVisible());
+
+    EXPECT_TRUE(panel.windowFlags() & Qt::WindowDoesNotAcceptFocus);
+    EXPECT_TRUE(panel.testAttribute(Qt::WA_ShowWithoutActivating));
+    EXPECT_FALSE(panel.isActiveWindow());
+    EXPECT_EQ(QApplication::activeWindow(), nullptr);
+    EXPECT_EQ(QApplication::focusWidget(), nullptr);
+}
+
+TEST(Bubble, ReusesOnePanelAcrossShowsAndSwitchesViews) {
+    FakeScreens screens;
+    Bubble bubble(screens);
+    ASSERT_EQ(panels().size(), 1u);
+    overlay::BubblePanel& panel = *panels().front();
+
+    bubble.show(QStringLiteral("Short"), overlay::defaultHint, caret, {});
+    EXPECT_EQ(bubble.shown().frame.width, 240);
+    const QString longer = QStringLiteral("A streamed suggestion that has grown past the least "
+                                          "width of the bubble …");
+    bubble.show(longer, QStringLiteral("Copied · press **⌘V** to paste"), {600, 400, 2, 18}, {});
+    EXPECT_GT(bubble.shown().frame.width, 240);
+    EXPECT_EQ(bubble.shown().frame.x, 588);
+    EXPECT_EQ(bubble.shown().hint, QStringLiteral("Copied · press **⌘V** to paste"));
+
+    bubble.showReplies(three, 1, true, caret, {});
+    const Shown& shown = bubble.shown();
+    EXPECT_EQ(shown.kind, Shown::Kind::Replies);
+    EXPECT_EQ(shown.options, three);
+    EXPECT_EQ(shown.selected, 1);
+    EXPECT_TRUE(shown.more);
+    EXPECT_EQ(shown.hint, overlay::replyHint);
+    EXPECT_TRUE(shown.text.isEmpty());
+    EXPECT_EQ(shown.frame.width, 460);
+    EXPECT_TRUE(panel.replies().isVisible());
+    EXPECT_FALSE(panel.bubble().isVisible());
+
+    bubble.show(QStringLiteral("Back"), overlay::defaultHint, caret, {});
+    EXPECT_EQ(bubble.shown().kind, Shown::Kind::Suggestion);
+    EXPECT_TRUE(bubble.shown().options.isEmpty());
+    EXPECT_TRUE(panel.bubble().isVisible());
+    EXPECT_EQ(panels().size(), 1u);
+}
+
+TEST(Bubble, HideOnlyWhenVisible) {
+    FakeScreens screens;
+    Bubble bubble(screens);
+    bubble.hide();
+    EXPECT_FALSE(bubble.visible());
+    bubble.showReplies(three, 0, false, caret, {});
+    bubble.hide();
+    EXPECT_FALSE(bubble.visible());
+    EXPECT_EQ(bubble.shown().kind, Shown::Kind::Nothing);
+    bubble.hide();
+    EXPECT_FALSE(bubble.visible());
+}
+
+TEST(Bubble, ClicksReachTheCallbacksOfWhatIsShown) {
+    FakeScreens screens;
+    Bubble bubble(screens);
+    int applied = 0;
+    std::vector<int> picked;
+    bubble.click(-1);  // nothing shown
+    bubble.show(QStringLiteral("Text"), overlay::defaultHint, caret, [&] { ++applied; });
+    bubble.click(0);
+    bubble.click(-1);
+    EXPECT_EQ(applied, 1);
+
+    bubble.showReplies(three, 0, true, caret, [&](int i) { picked.push_back(i); });
+    bubble.click(-1);
+    bubble.click(2);
+    bubble.click(3);  // the "…" row
+    bubble.click(0);
+    EXPECT_EQ(applied, 1);
+    EXPECT_EQ(picked, (std::vector<int>{2, 0}));
+
+    bubble.hide();
+    bubble.click(1);
+    EXPECT_EQ(picked.size(), 2u);
+}
+
+TEST(Bubble, CallbacksMayShowOrHideAgain) {
+    FakeScreens screens;
+    Bubble bubble(screens);
+    std::function<void(int)> pick = [&](int i) { bubble.showReplies(three, i, false, caret, pick); };
+    bubble.showReplies(three, 0, false, caret, pick);
+    ASSERT_EQ(panels().size(), 1u);
+    {
+        overlay::ReplyView& view = panels().front()->replies();
+        QTest::mouseClick(&view, Qt::LeftButton, {}, view.rowRect(2).center().toPoint());
+    }
+    EXPECT_EQ(bubble.shown().selected, 2);
+
+    bubble.show(QStringLiteral("Text"), overlay::defaultHint, caret, [&] { bubble.hide(); });
+    overlay::BubbleView& view = panels().front()->bubble();
+    QTest::mouseClick(&view, Qt::LeftButton, {}, QPoint(10, 10));
+    EXPECT_FALSE(bubble.visible());
+}
+
+TEST(Bubble, StaysHiddenWithoutAnyScreen) {
+    FakeScreens screens;
+    screens.list.clear();
+    Bubble bubble(screens);
+    int applied = 0;
+    bubble.show(QStringLiteral("Text"), overlay::defaultHint, caret, [&] { ++applied; });
+    EXPECT_FALSE(bubble.visible());
+    EXPECT_EQ(bubble.shown().kind, Shown::Kind::Nothing);
+    bubble.click(-1);
+    EXPECT_EQ(applied, 0);
+
+    screens.list = {{{0, 0, 1920, 1080}, {0, 0, 1920, 1040}}};
+    bubble.showReplies(three, 0, false, caret, {});
+    EXPECT_TRUE(bubble.visible());
+    screens.list.clear();
+    bubble.showReplies(three, 1, false, caret, {});
+    EXPECT_FALSE(bubble.visible());
+    EXPECT_EQ(bubble.shown().kind, Shown::Kind::Nothing);
+}
