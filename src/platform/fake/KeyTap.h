@@ -1,0 +1,45 @@
+#pragma once
+// The scripted desktop's key tap. Tests press keys as the user would: while the engine wants
+// keys, the handler sees the press first; a key it does not consume (or any key while it does
+// not want keys, or before a handler is installed) reaches the focused text box through
+// Keyboard::apply, so an unconsumed Tab inserts "\t".
+
+#include <vector>
+
+#include "platform/Keyboard.h"
+#include "platform/fake/Keyboard.h"
+
+namespace fake {
+
+class KeyTap : public platform::KeyTap {
+public:
+    explicit KeyTap(Keyboard& keyboard) : keyboard_(keyboard) {}
+
+    // The user presses a key; true when the handler consumed it.
+    bool press(int code, quint64 flags = 0);
+
+    // install answers false while refusing (the desktop denies the tap).
+    void setRefusing(bool refusing) { refusing_ = refusing; }
+    bool installed() const { return static_cast<bool>(handler_); }
+    int installs() const { return installs_; }
+    bool wanted() const { return wanted_; }
+    int accessRequests() const { return accessRequests_; }
+    // Every press, consumed or not.
+    const std::vector<Keyboard::Press>& pressed() const { return pressed_; }
+
+    // platform::KeyTap
+    bool install(Handler handler) override;
+    void setWanted(bool wanted) override { wanted_ = wanted; }
+    void requestAccess() override { ++accessRequests_; }
+
+private:
+    Keyboard& keyboard_;
+    Handler handler_;
+    bool refusing_ = false;
+    bool wanted_ = false;
+    int installs_ = 0;
+    int accessRequests_ = 0;
+    std::vector<Keyboard::Press> pressed_;
+};
+
+}  // namespace fake

@@ -1,0 +1,59 @@
+#pragma once
+// The scripted desktop's applications, the frontmost one, and what the program asked the
+// desktop to open.
+
+#include <QStringList>
+#include <map>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "platform/Workspace.h"
+#include "platform/fake/App.h"
+
+namespace fake {
+
+class Workspace : public platform::Workspace {
+public:
+    // Adds a running application (replacing one with the same pid).
+    App& add(qint64 pid, const QString& bundleId, const QString& name = {});
+    // Quits it: gone from running() and from frontmost.
+    void remove(qint64 pid);
+    App* app(qint64 pid);
+    App* byBundleId(const QString& bundleId);
+    // The frontmost application; none (std::nullopt) when the desktop itself has focus.
+    void setFrontmost(std::optional<qint64> pid) { frontmost_ = pid; }
+    App* frontApp();
+
+    void setOwnPid(qint64 pid) { ownPid_ = pid; }
+    void setInstalled(const platform::InstalledApp& app) { installed_[app.bundleId] = app; }
+    // openUrl/openFile answer this (true by default).
+    void setOpenSucceeds(bool succeeds) { openSucceeds_ = succeeds; }
+
+    // Records.
+    const QStringList& openedUrls() const { return openedUrls_; }
+    // (path, bundle identifier) pairs.
+    const std::vector<std::pair<QString, QString>>& openedFiles() const { return openedFiles_; }
+
+    // platform::Workspace
+    std::optional<platform::RunningApp> frontmost() override;
+    qint64 ownPid() override { return ownPid_; }
+    std::vector<platform::RunningApp> running(const QString& bundleId) override;
+    bool openUrl(const QString& url) override;
+    bool openFile(const QString& path, const QString& bundleId) override;
+    std::optional<platform::InstalledApp> installed(const QString& bundleId) override;
+    bool loginItemEnabled() override { return loginItem_; }
+    bool setLoginItem(bool enabled) override;
+
+private:
+    std::vector<std::unique_ptr<App>> apps_;
+    std::optional<qint64> frontmost_;
+    qint64 ownPid_ = 4242;
+    std::map<QString, platform::InstalledApp> installed_;
+    QStringList openedUrls_;
+    std::vector<std::pair<QString, QString>> openedFiles_;
+    bool openSucceeds_ = true;
+    bool loginItem_ = false;
+};
+
+}  // namespace fake

@@ -1,0 +1,86 @@
+// The fake keyboard's editing must match what the engine expects of a real text box, or the
+// engine tests would pass against behaviour no application has.
+#include <gtest/gtest.h>
+
+#include "platform/Keys.h"
+#include "platform/fake/Desktop.h"
+
+using namespace platform;
+
+namespace {
+
+constexpr quint64 ShiftOption = flag::Shift | flag::Option;
+
+struct FakeKeyboard : ::testing::Test {
+    fake::Desktop desk;
+    void post(int code, quint64 flags = 0) { desk.keyboard().post(code, flags); }
+};
+
+TEST_F(FakeKeyboard, ParagraphMovesSelectAllButTheFirstCharacter) {
+    auto field = desk.openField("com.apple.TextEdit", "One.\nTwo words.\nThree.");
+    field->setCaret(9);  // inside "Two words."
+    post(key::Up, flag::Option);
+    EXPECT_EQ(field->selection(), (Range{5, 0}));
+    post(key::Right);
+    post(key::Down, ShiftOption);
+    EXPECT_EQ(field->selectedText(), "wo words.");
+    // Right collapses the selection to its end: the line break stays untouched.
+    post(key::Right);
+    EXPECT_EQ(field->selection(), (Range{15, 0}));
+}
+
+TEST_F(FakeKeyboard, ParagraphMovesStepToNeighboursAtTheEdges) {
+    auto field = desk.openField("x", "ab\r\ncd\u2029ef");
+    field->setCaret(4);  // start of "cd", after CRLF
+    post(key::Up, flag::Option);
+    EXPECT_EQ(field->selection(), (Range{0, 0}));
+    field->setCaret(6);  // end of "cd"
+    post(key::Down, flag::Option);
+    EXPECT_EQ(field->selection(), (Range{9, 0}));
+    post(key::Down, flag::Option);  // at the text's end: stays
+    EXPECT_EQ(field->selection(), (Range{9, 0}));
+    field->setCaret(0);
+    post(key::Down, flag::Option);
+    EXPECT_EQ(field->selection(), (Range{2, 0}));
+}
+
+TEST_F(FakeKeyboard, PasteReplacesTheSelectionAndCleanupRemovesTheOldFirstCharacter) {
+    auto field = desk.openField("x", "Keep.\nhelo wrld\nKeep.");
+    desk.clipboard().setText("Hello world.");
+    field->select(7, 8);  // "elo wrld": keyboard selection one character in
+    post(key::V, flag::Command);
+    EXPECT_EQ(field->text(), "Keep.\nhHello world.\nKeep.");
+    post(key::Up, flag::Option);
+    post(key::ForwardDelete);
+    post(key::Down, flag::Option);
+    EXPECT_EQ(field->text(), "Keep.\nHello world.\nKeep.");
+    EXPECT_EQ(field->selection(), (Range{18, 0}));
+    EXPECT_EQ(desk.keyboard().posted().size(), 4u);
+    EXPECT_EQ(desk.keyboard().posted().front(), (fake::Keyboard::Press{key::V, flag::Command}));
+}
+
+TEST_F(FakeKeyboard, RightAndDeleteKeepSurrogatePairsWhole) {
+    auto field = desk.openField("x", QString::fromUtf8("a\xF0\x9F\x98\x80z"));  // a😀z
+    field->setCaret(1);
+    post(key::Right);
+    EXPECT_EQ(field->selection(), (Range{3, 0}));
+    field->setCaret(1);
+    post(key::ForwardDelete);
+    EXPECT_EQ(field->text(), "az");
+}
+
+TEST_F(FakeKeyboard, SelectAllAndKeysGoOnlyToTheFrontmostFocusedField) {
+    auto field = desk.openField("x", "All of it");
+    post(key::A, flag::Command);
+    EXPECT_EQ(field->selection(), (Range{0, 9}));
+    desk.setFrontmost(std::nullopt);
+    desk.clipboard().setText("lost");
+    post(key::V, flag::Command);
+    EXPECT_EQ(field->text(), "All of it");
+    field->quirks().ignoreKeys = true;
+    desk.setFrontmost(desk.workspace().byBundleId("x")->pid());
+    post(key::V, flag::Command);
+    EXPECT_EQ(field->text(), "All of it");
+}
+
+}  // namespace
