@@ -1,0 +1,186 @@
+#include "platform/linux/AtspiAx.h"
+
+#include "main/Log.h"
+#include "platform/linux/AtElement.h"
+#include "platform/linux/Atspi.h"
+#include "platform/linux/AxRoles.h"
+#include "platform/linux/AxText.h"
+
+namespace linuxdesk {
+
+namespace {
+
+constexpr int kChildrenLimit = 1000;
+
+std::optional<platform::Value> str(const std::optional<QString>& s) {
+    if (!s) return std::nullopt;
+    return platform::Value(*s);
+}
+
+std::optional<QString> attributeOf(const AtRef& element, std::initializer_list<const char*> keys) {
+    const auto attributes = at::attributes(element);
+    if (!attributes) return std::nullopt;
+    for (const char* key : keys) {
+        auto it = attributes->find(QString::fromLatin1(key));
+        if (it != attributes->end() && !it->second.isEmpty()) return it->second;
+    }
+    return std::nullopt;
+}
+
+bool isApplication(const AtRef& element) {
+    return at::role(element) == ATSPI_ROLE_APPLICATION;
+}
+
+}  // namespace
+
+bool AtspiAx::connect() {
+    if (connected_) return true;
+    if (!at::init()) return false;
+    connected_ = focus_.start();
+    return connected_;
+}
+
+bool AtspiAx::trusted() { return bus_.enabled() && connect(); }
+
+void AtspiAx::requestTrust() { bus_.enable(); }
+
+std::optional<qint64> AtspiAx::pidOf(const AtRef& application) {
+    const QString bus = at::busName(application);
+    if (bus.isEmpty()) return std::nullopt;
+    // Bus names are never reused, so the process behind one never changes.
+    if (auto it = pidByBus_.find(bus); it != pidByBus_.end()) return it->second;
+    const auto pid = at::processId(application);
+    if (pid) pidByBus_[bus] = *pid;
+    return pid;
+}
+
+platform::Element AtspiAx::application(qint64 pid) {
+    if (!connect()) return nullptr;
+    const AtRef desktop = at::desktop();
+    const int count = at::childCount(desktop).value_or(0);
+    for (int i = 0; i < count; ++i) {
+        AtRef app = at::child(desktop, i);
+        if (app && pidOf(app) == pid) return AtElement::wrap(app);
+    }
+    if (reportedNoTree_.insert(pid).second)
+        glimmo::log(QStringLiteral("no accessibility tree from process %1").arg(pid));
+    return nullptr;
+}
+
+OffsetUnit AtspiAx::unitOf(const AtRef& element) {
+    const QString bus = at::busName(element);
+    if (auto it = unitByBus_.find(bus); it != unitByBus_.end()) return it->second;
+    const auto toolkit = at::toolkit(element);
+    const OffsetUnit unit = offsetUnitFor(toolkit.value_or(QString()));
+    if (toolkit) unitByBus_[bus] = unit;
+    return unit;
+}
+
+AtRef AtspiAx::focusedWindow(const AtRef& application) {
+    const int count = std::min(at::childCount(application).value_or(0), kChildrenLimit);
+    for (int i = 0; i < count; ++i) {
+        AtRef w = at::child(application, i);
+        const auto role = at::role(w);
+        const auto s = at::states(w);
+        if (role && isWindowRole(*role) && s && s->active) return w;
+    }
+    return {};
+}
+
+std::optional<platform::Value> AtspiAx::attribute(const platform::Element& element,
+                                                  const QString& name) {
+    const AtRef ref = AtElement::unwrap(element);
+    if (!ref) return std::nullopt;
+    return read(ref, name);
+}
+
+std::optional<platform::Value> AtspiAx::read(const AtRef& e, const QString& name) {
+    if (name == QLatin1String("AXRole")) return str(axRole(e));
+    if (name == QLatin1String("AXSubrole")) return str(axSubrole(e));
+    if (name == QLatin1String("AXValue")) return str(axtext::value(e));
+    if (name == QLatin1String("AXSelectedTextRange")) {
+        const auto r = axtext::selectedRange(e, unitOf(e));
+        return r ? std::optional<platform::Value>(*r) : std::nullopt;
+    }
+    if (name == QLatin1String("AXSelectedText")) return str(axtext::selectedText(e, unitOf(e)));
+    if (name == QLatin1String("AXTitle")) return str(at::name(e));
+    if (name == QLatin1String("AXDescription")) return str(at::description(e));
+    if (name == QLatin1String("AXIdentifier")) {
+        const auto id = at::accessibleId(e);
+        return id && !id->isEmpty() ? str(id) : std::nullopt;
+    }
+    if (name == QLatin1String("AXPlaceholderValue"))
+        return str(attributeOf(e, {"placeholder-text", "placeholder"}));
+    if (name == QLatin1String("AXPosition") || name == QLatin1String("AXSize")) {
+        const auto r = at::extents(e);
+        if (!r) return std::nullopt;
+        if (name == QLatin1String("AXPosition")) return platform::Value(platform::Point{r->x, r->y});
+        return platform::Value(platform::Size{r->width, r->height});
+    }
+    if (name == QLatin1String("AXParent")) {
+        AtRef p = at::parent(e);
+        // The desktop above an application is no element of that application.
+        if (!p || at::role(p) == ATSPI_ROLE_DESKTOP_FRAME) return std::nullopt;
+        return platform::Value(AtElement::wrap(p));
+    }
+    if (name == QLatin1String("AXChildren")) {
+        const auto count = at::childCount(e);
+        if (!count) return std::nullopt;
+        platform::ElementList list;
+        for (int i = 0; i < std::min(*count, kChildrenLimit); ++i)
+            if (AtRef c = at::child(e, i)) list.push_back(AtElement::wrap(c));
+        return platform::Value(list);
+    }
+    if (name == QLatin1String("AXFocusedUIElement")) {
+        if (!isApplication(e)) return std::nullopt;
+        AtRef f = focus_.focused(e);
+        return f ? std::optional<platform::Value>(AtElement::wrap(f)) : std::nullopt;
+    }
+    if (name == QLatin1String("AXFocusedWindow")) {
+        if (!isApplication(e)) return std::nullopt;
+        AtRef w = focusedWindow(e);
+        return w ? std::optional<platform::Value>(AtElement::wrap(w)) : std::nullopt;
+    }
+    if (name == QLatin1String("AXURL")) {
+        auto url = at::documentAttribute(e, "DocURL");
+        if (!url) url = at::documentAttribute(e, "URI");
+        return url ? std::optional<platform::Value>(platform::Url{*url}) : std::nullopt;
+    }
+    // No toolkit bridge reports the input method's composition ("AXTextInputMarkedRange").
+    return std::nullopt;
+}
+
+std::optional<platform::Value> AtspiAx::parameterized(const platform::Element& element,
+                                                      const QString& name,
+                                                      const platform::Value& parameter) {
+    const AtRef ref = AtElement::unwrap(element);
+    const auto* range = std::get_if<platform::Range>(&parameter);
+    if (!ref || !range || name != QLatin1String("AXBoundsForRange")) return std::nullopt;
+    const auto r = axtext::boundsForRange(ref, *range, unitOf(ref));
+    return r ? std::optional<platform::Value>(*r) : std::nullopt;
+}
+
+bool AtspiAx::setAttribute(const platform::Element& element, const QString& name,
+                           const platform::Value& value) {
+    const AtRef ref = AtElement::unwrap(element);
+    if (!ref) return false;
+    // Toolkits here build their trees once the accessibility bus is enabled: there is
+    // nothing more to switch on per application, so these writes are accepted and dropped.
+    if (name == QLatin1String("AXManualAccessibility") ||
+        name == QLatin1String("AXEnhancedUserInterface"))
+        return true;
+    if (name == QLatin1String("AXSelectedTextRange")) {
+        const auto* range = std::get_if<platform::Range>(&value);
+        return range && axtext::setSelectedRange(ref, *range, unitOf(ref));
+    }
+    return false;
+}
+
+bool AtspiAx::same(const platform::Element& a, const platform::Element& b) {
+    auto* x = dynamic_cast<const AtElement*>(a.get());
+    auto* y = dynamic_cast<const AtElement*>(b.get());
+    if (!x || !y) return false;
+    return x->bus() == y->bus() && x->path() == y->path() && !x->bus().isEmpty();
+}
+
+}  // namespace linuxdesk

@@ -1,0 +1,50 @@
+#pragma once
+// platform::Ax over AT-SPI2. Attribute names are translated here; see AxRoles for roles and
+// AxText for the text attributes. Every call answers absent when the application does not.
+
+#include <QString>
+#include <map>
+#include <set>
+
+#include "platform/Ax.h"
+#include "platform/linux/A11yBus.h"
+#include "platform/linux/AtRef.h"
+#include "platform/linux/FocusTracker.h"
+#include "platform/linux/TextOffsets.h"
+
+namespace linuxdesk {
+
+class AtspiAx : public platform::Ax {
+public:
+    bool trusted() override;
+    void requestTrust() override;
+    platform::Element application(qint64 pid) override;
+    std::optional<platform::Value> attribute(const platform::Element& element,
+                                             const QString& name) override;
+    std::optional<platform::Value> parameterized(const platform::Element& element,
+                                                 const QString& name,
+                                                 const platform::Value& parameter) override;
+    bool setAttribute(const platform::Element& element, const QString& name,
+                      const platform::Value& value) override;
+    bool same(const platform::Element& a, const platform::Element& b) override;
+
+    // Connects to the accessibility bus and starts hearing focus events; true once done.
+    // Called by trusted(); exposed so tests and the desktop can start it early.
+    bool connect();
+    const FocusTracker& focus() const { return focus_; }
+
+private:
+    OffsetUnit unitOf(const AtRef& element);
+    std::optional<qint64> pidOf(const AtRef& application);
+    std::optional<platform::Value> read(const AtRef& element, const QString& name);
+    AtRef focusedWindow(const AtRef& application);
+
+    A11yBus bus_;
+    FocusTracker focus_;
+    bool connected_ = false;
+    std::map<QString, qint64> pidByBus_;
+    std::map<QString, OffsetUnit> unitByBus_;
+    std::set<qint64> reportedNoTree_;
+};
+
+}  // namespace linuxdesk

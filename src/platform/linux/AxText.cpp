@@ -1,0 +1,70 @@
+#include "platform/linux/AxText.h"
+
+#include "platform/linux/Atspi.h"
+
+namespace linuxdesk::axtext {
+
+std::optional<QString> value(const AtRef& element) { return at::text(element); }
+
+std::optional<platform::Range> selectedRange(const AtRef& element, OffsetUnit unit) {
+    const auto text = at::text(element);
+    if (!text) return std::nullopt;
+    if (const auto sel = at::selection(element)) {
+        const qint64 start = toUtf16(*text, sel->first, unit);
+        const qint64 end = toUtf16(*text, sel->second, unit);
+        return platform::Range{start, end - start};
+    }
+    const auto caret = at::caret(element);
+    if (!caret) return std::nullopt;
+    return platform::Range{toUtf16(*text, *caret, unit), 0};
+}
+
+std::optional<QString> selectedText(const AtRef& element, OffsetUnit unit) {
+    const auto text = at::text(element);
+    if (!text) return std::nullopt;
+    const auto sel = at::selection(element);
+    if (!sel) return at::caret(element) ? std::optional<QString>(QString()) : std::nullopt;
+    const qint64 start = toUtf16(*text, sel->first, unit);
+    const qint64 end = toUtf16(*text, sel->second, unit);
+    return text->mid(start, end - start);
+}
+
+std::optional<platform::Rect> boundsForRange(const AtRef& element, const platform::Range& range,
+                                             OffsetUnit unit) {
+    const auto text = at::text(element);
+    if (!text) return std::nullopt;
+    const int start = int(fromUtf16(*text, range.location, unit));
+    const int end = int(fromUtf16(*text, range.end(), unit));
+    if (end > start) {
+        auto r = at::rangeExtents(element, start, end);
+        if (r && r->height > 0) return r;
+        // Some toolkits answer ranges with nothing; the first character still places it.
+        return at::characterExtents(element, start);
+    }
+    // An empty range: the left edge of the character there, or the right edge of the last
+    // one when the caret sits at the very end.
+    if (auto r = at::characterExtents(element, start); r && r->height > 0) {
+        r->width = 0;
+        return r;
+    }
+    if (start > 0) {
+        if (auto r = at::characterExtents(element, start - 1); r && r->height > 0) {
+            r->x += r->width;
+            r->width = 0;
+            return r;
+        }
+    }
+    return std::nullopt;
+}
+
+bool setSelectedRange(const AtRef& element, const platform::Range& range, OffsetUnit unit) {
+    const auto text = at::text(element);
+    if (!text || range.location < 0 || range.length < 0 || range.end() > text->size())
+        return false;
+    const int start = int(fromUtf16(*text, range.location, unit));
+    const int end = int(fromUtf16(*text, range.end(), unit));
+    if (end == start) return at::setCaret(element, start);
+    return at::setSelection(element, start, end);
+}
+
+}  // namespace linuxdesk::axtext

@@ -1,0 +1,23 @@
+#pragma once
+// The text attributes of one element, in UTF-16 code units whatever the toolkit counts in.
+
+#include <QString>
+#include <optional>
+
+#include "platform/Geometry.h"
+#include "platform/linux/AtRef.h"
+#include "platform/linux/TextOffsets.h"
+
+namespace linuxdesk::axtext {
+
+std::optional<QString> value(const AtRef& element);
+// The selection, else the caret as an empty range.
+std::optional<platform::Range> selectedRange(const AtRef& element, OffsetUnit unit);
+std::optional<QString> selectedText(const AtRef& element, OffsetUnit unit);
+// Screen rectangle of a range; an empty range gives a caret-wide rectangle at its place.
+std::optional<platform::Rect> boundsForRange(const AtRef& element, const platform::Range& range,
+                                             OffsetUnit unit);
+// A selection, or the caret for an empty range. True when the application accepted it.
+bool setSelectedRange(const AtRef& element, const platform::Range& range, OffsetUnit unit);
+
+}  // namespace linuxdesk::axtext

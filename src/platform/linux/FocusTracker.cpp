@@ -1,0 +1,106 @@
+#include "platform/linux/FocusTracker.h"
+
+#include <vector>
+
+#include "platform/linux/Atspi.h"
+#include "platform/linux/AxRoles.h"
+
+namespace linuxdesk {
+
+namespace {
+
+// A resynchronising search stops after this many elements, and looks at most this many
+// children of one element: huge lists and tables hold no focus worth finding that way.
+constexpr int kSearchBudget = 2500;
+constexpr int kChildrenLimit = 300;
+// How often one application's tree may be searched while nothing in it has the focus.
+constexpr int kSearchIntervalMs = 1000;
+
+}  // namespace
+
+FocusTracker::~FocusTracker() {
+    if (listener_) {
+        GError* error = nullptr;
+        atspi_event_listener_deregister(listener_, "object:state-changed:focused", &error);
+        if (error) g_error_free(error);
+        g_object_unref(listener_);
+    }
+}
+
+bool FocusTracker::start() {
+    if (listener_) return true;
+    if (!at::init()) return false;
+    AtspiEventListener* listener = atspi_event_listener_new(&FocusTracker::onEvent, this, nullptr);
+    GError* error = nullptr;
+    const bool ok =
+        atspi_event_listener_register(listener, "object:state-changed:focused", &error);
+    if (error) g_error_free(error);
+    if (!ok) {
+        g_object_unref(listener);
+        return false;
+    }
+    listener_ = listener;
+    return true;
+}
+
+void FocusTracker::onEvent(AtspiEvent* event, void* self) {
+    static_cast<FocusTracker*>(self)->heard(event);
+    // The listener owns nothing of the event: libatspi hands over a copy to free.
+    g_boxed_free(ATSPI_TYPE_EVENT, event);
+}
+
+void FocusTracker::heard(AtspiEvent* event) {
+    if (!event || !event->source) return;
+    ++events_;
+    AtRef source = AtRef::retain(event->source);
+    const QString bus = at::busName(source);
+    if (bus.isEmpty()) return;
+    Entry& entry = byBus_[bus];
+    if (event->detail1) {
+        entry.element = source;
+    } else if (entry.element && at::path(entry.element) == at::path(source)) {
+        entry.element = AtRef();
+    }
+}
+
+AtRef FocusTracker::focused(const AtRef& application) {
+    const QString bus = at::busName(application);
+    if (bus.isEmpty()) return {};
+    Entry& entry = byBus_[bus];
+    if (entry.element) {
+        const auto s = at::states(entry.element);
+        if (s && s->focused && !s->defunct) return entry.element;
+        entry.element = AtRef();
+    }
+    if (entry.lastSearch.isValid() && entry.lastSearch.elapsed() < kSearchIntervalMs) return {};
+    entry.lastSearch.start();
+    entry.element = search(application);
+    return entry.element;
+}
+
+AtRef FocusTracker::search(const AtRef& application) {
+    // The active window first: that is where the keyboard focus lives.
+    std::vector<AtRef> stack;
+    const int windows = at::childCount(application).value_or(0);
+    for (int i = 0; i < windows && i < kChildrenLimit; ++i) {
+        AtRef w = at::child(application, i);
+        const auto s = at::states(w);
+        if (s && s->active) stack.insert(stack.end(), w);
+        else if (w) stack.insert(stack.begin(), w);
+    }
+    int budget = kSearchBudget;
+    while (!stack.empty() && budget-- > 0) {
+        AtRef node = stack.back();
+        stack.pop_back();
+        const auto s = at::states(node);
+        if (!s || s->defunct) continue;
+        if (s->focused) return node;
+        const int n = std::min(at::childCount(node).value_or(0), kChildrenLimit);
+        for (int i = n - 1; i >= 0; --i) {
+            if (AtRef c = at::child(node, i)) stack.push_back(c);
+        }
+    }
+    return {};
+}
+
+}  // namespace linuxdesk

@@ -1,0 +1,43 @@
+#pragma once
+// Which element has the keyboard focus in each application, learnt from the applications' own
+// "object:state-changed:focused" events. Walking a tree on every poll would cost hundreds of
+// bus calls, so the tree is searched only to resynchronise: when nothing was heard from an
+// application yet, or the element last heard of has lost the focus without telling.
+
+#include <QElapsedTimer>
+#include <QString>
+#include <map>
+
+#include "platform/linux/AtRef.h"
+
+namespace linuxdesk {
+
+class FocusTracker {
+public:
+    FocusTracker() = default;
+    ~FocusTracker();
+    FocusTracker(const FocusTracker&) = delete;
+    FocusTracker& operator=(const FocusTracker&) = delete;
+
+    // Listens for focus events; true once listening. Needs the accessibility bus.
+    bool start();
+    // The focused element of an application (its application element); null when none.
+    AtRef focused(const AtRef& application);
+    // Number of focus events heard so far (for tests and diagnostics).
+    int eventsHeard() const { return events_; }
+
+private:
+    static void onEvent(AtspiEvent* event, void* self);
+    void heard(AtspiEvent* event);
+    AtRef search(const AtRef& application);
+
+    struct Entry {
+        AtRef element;
+        QElapsedTimer lastSearch;
+    };
+    std::map<QString, Entry> byBus_;  // bus name of the application -> its focus
+    AtspiEventListener* listener_ = nullptr;
+    int events_ = 0;
+};
+
+}  // namespace linuxdesk

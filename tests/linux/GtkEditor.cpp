@@ -1,0 +1,43 @@
+#include "GtkEditor.h"
+
+#include <QThread>
+
+#include "TempHome.h"
+
+GtkEditor::GtkEditor(const QStringList& args) {
+    process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process_.start(qEnvironmentVariable("GLIMMO_GTK_EDITOR"), args);
+    if (!process_.waitForStarted(5000)) return;
+    ready_ = testsupport::waitUntil(
+        [&] {
+            drain();
+            return lines_.contains(QStringLiteral("ready"));
+        },
+        15000);
+    // The window manager needs a moment to make the new window the active one.
+    testsupport::waitUntil([] { return false; }, 300);
+}
+
+GtkEditor::~GtkEditor() {
+    process_.terminate();
+    if (!process_.waitForFinished(3000)) process_.kill();
+    process_.waitForFinished(1000);
+}
+
+void GtkEditor::drain() {
+    while (process_.canReadLine())
+        lines_ << QString::fromUtf8(process_.readLine()).trimmed();
+}
+
+QStringList GtkEditor::keys() {
+    drain();
+    QStringList out;
+    for (const QString& l : lines_)
+        if (l.startsWith(QLatin1String("key "))) out << l.mid(4);
+    return out;
+}
+
+void GtkEditor::clearKeys() {
+    drain();
+    lines_.clear();
+}

@@ -1,0 +1,25 @@
+#pragma once
+// The GTK test editor as a child process: started, waited for, and listened to (it prints
+// every key press that reaches its window).
+
+#include <QProcess>
+#include <QStringList>
+
+class GtkEditor {
+public:
+    explicit GtkEditor(const QStringList& args = {});
+    ~GtkEditor();
+    // True once the window is up and focused.
+    bool ready() const { return ready_; }
+    qint64 pid() const { return process_.processId(); }
+    // Key lines seen so far ("key Tab 0", "key ISO_Left_Tab 1", ...), read on demand.
+    QStringList keys();
+    void clearKeys();
+
+private:
+    void drain();
+
+    QProcess process_;
+    QStringList lines_;
+    bool ready_ = false;
+};
