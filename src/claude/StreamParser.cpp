@@ -6,6 +6,30 @@
 #include <cstring>
 
 namespace claude {
+namespace {
+
+// JSON forbids raw control characters inside strings; Qt's reader lets them through, so such a
+// line would be read as a value the program never meant to write.
+bool hasRawControl(QByteArrayView line) {
+    bool inString = false;
+    bool escaped = false;
+    for (const char ch : line) {
+        const auto c = static_cast<unsigned char>(ch);
+        if (inString) {
+            if (c < 0x20) return true;
+            if (escaped) escaped = false;
+            else if (c == '\\') escaped = true;
+            else if (c == '"') inString = false;
+        } else if (c == '"') {
+            inString = true;
+        } else if (c < 0x20 && c != '\t' && c != '\r') {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
 
 StreamBatch StreamParser::feed(QByteArrayView bytes) {
     StreamBatch out;
@@ -48,7 +72,7 @@ void StreamParser::resetBuffer() {
 }
 
 void StreamParser::takeLine(QByteArrayView line, StreamBatch& out) const {
-    if (line.isEmpty()) return;
+    if (line.isEmpty() || hasRawControl(line)) return;
     QJsonParseError error;
     const QJsonDocument doc =
         QJsonDocument::fromJson(QByteArray::fromRawData(line.data(), line.size()), &error);

@@ -1,0 +1,85 @@
+#pragma once
+// An Exchange inside a temporary home, pointed at the claude stand-in, with a clock moved by hand.
+
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <QDir>
+#include <QFile>
+#include <QStringList>
+#include <memory>
+#include <optional>
+
+#include "Standin.h"
+#include "TempHome.h"
+#include "claude/Exchange.h"
+#include "main/Paths.h"
+#include "platform/Defaults.h"
+
+namespace claude {
+// The one door into the exchange's private part: the watchdog period.
+struct ExchangeProbe {
+    static int watchdogMs(const Exchange& e) { return e.watchdogMs_; }
+    static void setWatchdogMs(Exchange& e, int ms) { e.watchdogMs_ = ms; }
+};
+}  // namespace claude
+
+namespace exchangetest {
+
+class HandClock : public platform::Clock {
+public:
+    double now() const override { return t; }
+    double t = 1000.0;
+};
+
+// What one request delivered to its caller.
+struct Outcome {
+    QStringList partials;
+    QStringList done;  // more than one entry would be a fault
+};
+
+class ExchangeTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        testsupport::useStandin(home);
+        exchange = std::make_unique<claude::Exchange>(defaults, clock,
+                                                      [this](const QString& n) { notes << n; });
+    }
+
+    void script(const QByteArray& text) { testsupport::setStandinScript(home, text); }
+
+    // Sends a request and waits until it is no longer in flight.
+    std::shared_ptr<Outcome> ask(const QString& text, int timeoutMs = 5000) {
+        auto outcome = std::make_shared<Outcome>();
+        exchange->ask(
+            text, [outcome](const QString& s) { outcome->partials << s; },
+            [outcome](const QString& s) { outcome->done << s; });
+        testsupport::waitUntil([this] { return !exchange->requestInFlight(); }, timeoutMs);
+        return outcome;
+    }
+
+    // Log lines without their time stamps.
+    QStringList logLines() const {
+        QFile file(glimmo::logFile());
+        if (!file.open(QIODevice::ReadOnly)) return {};
+        QStringList lines;
+        for (const QString& line : QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts))
+            lines << line.section(' ', 1);
+        return lines;
+    }
+
+    QStringList runs() const {
+        return QString::fromLatin1(testsupport::standinRecord(home, "runs"))
+            .split('\n', Qt::SkipEmptyParts);
+    }
+
+    static bool alive(const QString& pid) { return ::kill(pid.toInt(), 0) == 0; }
+
+    testsupport::TempHome home;
+    platform::MemoryDefaults defaults;
+    HandClock clock;
+    QStringList notes;
+    std::unique_ptr<claude::Exchange> exchange;
+};
+
+}  // namespace exchangetest
