@@ -2,6 +2,11 @@
 
 #include <cstdio>
 
+#include "claude/Profile.h"
+#include "platform/JsonDefaults.h"
+#include "rules/AppRules.h"
+#include "rules/RulesCheck.h"
+
 namespace shell {
 
 std::optional<QString> flagValue(const QStringList& args, const QString& flag) {
@@ -19,14 +24,33 @@ std::optional<Mode> headlessMode(const QStringList& args) {
     return std::nullopt;
 }
 
+namespace {
+
+void printLine(const QString& text) {
+    const QByteArray bytes = text.toUtf8() + '\n';
+    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
+}
+
+// The user's own settings file; it outlives the shared rules created over it.
+platform::JsonDefaults& savedSettings() {
+    static platform::JsonDefaults store(platform::JsonDefaults::standardPath());
+    return store;
+}
+
+}  // namespace
+
 int runHeadlessMode(Mode mode, const QStringList&) {
     switch (mode) {
     case Mode::PrintPrompt:
+        printLine(claude::Profile(savedSettings()).prompt());
+        break;
     case Mode::RulesTest:
-        std::fputs("not built yet\n", stderr);
-        return 1;
+        for (const QString& line : rules::rulesCheck(rules::AppRules::shared(savedSettings())))
+            printLine(line);
+        break;
     }
-    return 1;
+    std::fflush(stdout);
+    return 0;
 }
 
 std::optional<int> runGuiMode(const QStringList&) { return std::nullopt; }
