@@ -71,6 +71,8 @@ bool Ax::setAttribute(const platform::Element& element, const QString& name,
     return accepted;
 }
 
-bool Ax::same(const platform::Element& a, const platform::Element& b) { return Node::same(a, b); }
+bool Ax::same(const platform::Element& a, const platform::Element& b) {
+    return Node::same(a, b);
+}
 
 }  // namespace fake

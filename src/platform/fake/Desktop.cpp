@@ -3,8 +3,8 @@
 namespace fake {
 
 Desktop::Desktop()
-    : platform_{ax_,        workspace_,   keyboard_, keyTap_, clipboard_,
-                screens_,   inputSource_, defaults_, clock_} {}
+    : platform_{ax_,      workspace_,   keyboard_, keyTap_, clipboard_,
+                screens_, inputSource_, defaults_, clock_} {}
 
 App& Desktop::addApp(const QString& bundleId, const QString& name, qint64 pid) {
     if (pid == 0) {

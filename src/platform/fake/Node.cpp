@@ -17,7 +17,9 @@ Node::Node(const QString& role) {
     if (!role.isEmpty()) attributes_.insert_or_assign(QStringLiteral("AXRole"), role);
 }
 
-NodePtr Node::create(const QString& role) { return std::make_shared<Node>(role); }
+NodePtr Node::create(const QString& role) {
+    return std::make_shared<Node>(role);
+}
 
 Node& Node::set(const QString& name, const platform::Value& value) {
     attributes_.insert_or_assign(name, value);
@@ -44,7 +46,9 @@ Node& Node::setSettable(const QString& name, bool settable) {
     return *this;
 }
 
-bool Node::settable(const QString& name) const { return settable_.count(name) > 0; }
+bool Node::settable(const QString& name) const {
+    return settable_.count(name) > 0;
+}
 
 Node& Node::fail(const QString& name, bool failing) {
     if (failing) {
@@ -55,7 +59,9 @@ Node& Node::fail(const QString& name, bool failing) {
     return *this;
 }
 
-bool Node::failing(const QString& name) const { return failing_.count(name) > 0; }
+bool Node::failing(const QString& name) const {
+    return failing_.count(name) > 0;
+}
 
 Node& Node::setReadCost(double seconds) {
     readCost_ = seconds;
@@ -77,7 +83,9 @@ void Node::adopt(const NodePtr& child) {
     children_.push_back(child);
 }
 
-NodePtr Node::add(const QString& role) { return add(create(role)); }
+NodePtr Node::add(const QString& role) {
+    return add(create(role));
+}
 
 NodePtr Node::addText(const QString& value) {
     auto text = add(QStringLiteral("AXStaticText"));
@@ -119,7 +127,9 @@ bool Node::write(const QString& name, const platform::Value& value) {
     return true;
 }
 
-platform::Element Node::handle() { return std::make_shared<Handle>(weak_from_this()); }
+platform::Element Node::handle() {
+    return std::make_shared<Handle>(weak_from_this());
+}
 
 NodePtr Node::from(const platform::Element& element) {
     auto handle = std::dynamic_pointer_cast<Handle>(element);

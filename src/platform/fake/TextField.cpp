@@ -13,7 +13,9 @@ bool isBreak(QChar c) {
 }
 
 // A paragraph separator ends at i: LF, CR not followed by LF, U+2029.
-bool isParagraphBreak(QChar c) { return c == u'\n' || c == u'\r' || c == QChar(0x2029); }
+bool isParagraphBreak(QChar c) {
+    return c == u'\n' || c == u'\r' || c == QChar(0x2029);
+}
 
 }  // namespace
 

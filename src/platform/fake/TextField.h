@@ -31,7 +31,8 @@ struct FieldQuirks {
 
 class TextField : public Node {
 public:
-    explicit TextField(const QString& text = {}, const QString& role = QStringLiteral("AXTextArea"));
+    explicit TextField(const QString& text = {},
+                       const QString& role = QStringLiteral("AXTextArea"));
     static std::shared_ptr<TextField> create(const QString& text = {},
                                              const QString& role = QStringLiteral("AXTextArea"));
 
@@ -59,10 +60,10 @@ public:
     // Editing, as keys do it.
     void insert(const QString& text);  // replaces the selection, caret after the insertion
     void selectAll();
-    void paragraphUp();                // Option-Up
-    void paragraphDown(bool extend);   // Option-Down; extend keeps the selection's start
-    void right();                      // collapses a selection to its end, else one code point
-    void deleteForward();              // the selection, else one code point after the caret
+    void paragraphUp();               // Option-Up
+    void paragraphDown(bool extend);  // Option-Down; extend keeps the selection's start
+    void right();                     // collapses a selection to its end, else one code point
+    void deleteForward();             // the selection, else one code point after the caret
 
     std::optional<platform::Value> read(const QString& name) override;
     std::optional<platform::Value> readParameterized(const QString& name,

@@ -27,7 +27,9 @@ App* Workspace::byBundleId(const QString& bundleId) {
     return nullptr;
 }
 
-App* Workspace::frontApp() { return frontmost_ ? app(*frontmost_) : nullptr; }
+App* Workspace::frontApp() {
+    return frontmost_ ? app(*frontmost_) : nullptr;
+}
 
 std::optional<platform::RunningApp> Workspace::frontmost() {
     if (auto* front = frontApp()) return front->info();

@@ -1,0 +1,61 @@
+#include "ax/Browser.h"
+
+#include <QUrl>
+
+#include "ax/TextField.h"
+#include "main/Constants.h"
+
+namespace ax {
+
+using platform::Element;
+
+namespace {
+
+// Chat windows nest deeply; deeper than this is not a page but a walk gone astray.
+constexpr int maxElements = 60;
+
+}  // namespace
+
+std::optional<Element> webArea(platform::Ax& ax, const Element& element) {
+    Element at = element;
+    for (int examined = 0; examined < maxElements && at; ++examined) {
+        if (stringAttr(ax, at, QStringLiteral("AXRole")) == QStringLiteral("AXWebArea")) return at;
+        auto parent = elementAttr(ax, at, QStringLiteral("AXParent"));
+        if (!parent) return std::nullopt;
+        at = *parent;
+    }
+    return std::nullopt;
+}
+
+std::optional<QString> webAreaURL(platform::Ax& ax, const Element& element) {
+    auto area = webArea(ax, element);
+    if (!area) return std::nullopt;
+    auto value = ax.attribute(*area, QStringLiteral("AXURL"));
+    if (!value) return std::nullopt;
+    if (auto* url = std::get_if<platform::Url>(&*value)) return url->text;
+    // Some browsers hand the address over as a plain string.
+    if (auto* text = std::get_if<QString>(&*value)) return *text;
+    return std::nullopt;
+}
+
+std::optional<QString> pageHost(platform::Ax& ax, const Element& element) {
+    auto address = webAreaURL(ax, element);
+    if (!address) return std::nullopt;
+    const QUrl url(*address, QUrl::StrictMode);
+    if (!url.isValid()) return std::nullopt;
+    const QString host = url.host();
+    if (host.isEmpty()) return std::nullopt;
+    return host;
+}
+
+void prime(platform::Ax& ax, std::set<qint64>& primed, const platform::RunningApp& app) {
+    if (!primed.insert(app.pid).second) return;
+    auto element = ax.application(app.pid);
+    if (!element) return;
+    // Most applications refuse these; that is not a failure.
+    ax.setAttribute(element, QStringLiteral("AXManualAccessibility"), true);
+    if (glimmo::chromiumBrowsers().contains(app.bundleId))
+        ax.setAttribute(element, QStringLiteral("AXEnhancedUserInterface"), true);
+}
+
+}  // namespace ax

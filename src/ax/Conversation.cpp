@@ -1,0 +1,124 @@
+#include "ax/Conversation.h"
+
+#include <QStringList>
+
+#include "ax/Browser.h"
+#include "ax/TextField.h"
+#include "main/Constants.h"
+
+namespace ax {
+
+using platform::Element;
+
+namespace {
+
+constexpr int maxDepth = 60;
+constexpr int maxVisited = 6000;
+constexpr double maxSeconds = 0.6;
+constexpr qsizetype conversationLimit = 3500;
+constexpr qsizetype quotedLimit = 3000;
+
+// Line breaks count as content: a message may be a bare line feed in some chat clients.
+bool blank(const QString& text) {
+    for (QChar c : text) {
+        if (c != u' ' && c != u'\t') return false;
+    }
+    return true;
+}
+
+// One capture: the walk stops for good at the box or at a limit, keeping what it gathered.
+class Walk {
+public:
+    Walk(platform::Ax& ax, const platform::Clock& clock, const Element& box)
+        : ax_(ax), clock_(clock), box_(box), start_(clock.now()) {}
+
+    void visit(const Element& element, int depth) {
+        if (stopped_ || depth > maxDepth) return;
+        if (++visited_ > maxVisited || clock_.now() - start_ > maxSeconds ||
+            ax_.same(element, box_)) {
+            stopped_ = true;
+            return;
+        }
+        if (stringAttr(ax_, element, QStringLiteral("AXRole")) == QStringLiteral("AXStaticText")) {
+            auto value = stringAttr(ax_, element, QStringLiteral("AXValue"));
+            if (value && !blank(*value)) out_.append(*value);
+        }
+        auto children = ax_.attribute(element, QStringLiteral("AXChildren"));
+        if (!children) return;
+        auto* list = std::get_if<platform::ElementList>(&*children);
+        if (!list) return;
+        for (const auto& child : *list) {
+            if (child) visit(child, depth + 1);
+        }
+    }
+
+    QString joined() const { return out_.join(u' '); }
+
+private:
+    platform::Ax& ax_;
+    const platform::Clock& clock_;
+    const Element& box_;
+    const double start_;
+    QStringList out_;
+    int visited_ = 0;
+    bool stopped_ = false;
+};
+
+std::optional<QString> addressOf(platform::Ax& ax, const Element& area) {
+    auto value = ax.attribute(area, QStringLiteral("AXURL"));
+    if (!value) return std::nullopt;
+    if (auto* url = std::get_if<platform::Url>(&*value)) return url->text;
+    if (auto* text = std::get_if<QString>(&*value)) return *text;
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<CaptureRoot> captureRoot(platform::Ax& ax, const platform::RunningApp& app,
+                                       const Element& appElement, const Element& box) {
+    const bool replyApp = glimmo::replyApps().contains(app.bundleId);
+    std::optional<Element> area;
+    bool gmail = false;
+    if (glimmo::chromiumBrowsers().contains(app.bundleId)) {
+        // The same walk as webAreaURL, done once: the area is the root when it is Gmail.
+        area = webArea(ax, box);
+        if (area) {
+            auto address = addressOf(ax, *area);
+            gmail = address && address->contains(gmailHost);
+        }
+    }
+    std::optional<Element> root;
+    if (gmail) {
+        root = area;
+    } else if (replyApp) {
+        root = elementAttr(ax, appElement, QStringLiteral("AXFocusedWindow"));
+    } else {
+        return std::nullopt;
+    }
+    if (!root || !*root) return std::nullopt;
+    return CaptureRoot{*root, gmail};
+}
+
+QString conversation(platform::Ax& ax, const platform::Clock& clock, const Element& root,
+                     const Element& box) {
+    Walk walk(ax, clock, box);
+    if (root) walk.visit(root, 0);
+    return walk.joined();
+}
+
+std::optional<ReplyContext> replyContext(platform::Ax& ax, const platform::Clock& clock,
+                                         const platform::RunningApp& app, const Element& appElement,
+                                         const Element& box, const QString& text, qint64 caret) {
+    auto root = captureRoot(ax, app, appElement, box);
+    if (!root) return std::nullopt;
+    ReplyContext context;
+    context.conversation =
+        lastGraphemes(conversation(ax, clock, root->root, box), conversationLimit);
+    const qint64 from = std::clamp<qint64>(caret, 0, text.size());
+    // A mail reply holds the message being answered below the caret.
+    context.quoted = firstGraphemes(text.mid(from).trimmed(), quotedLimit);
+    context.gmail = root->gmail;
+    return context;
+}
+
+}  // namespace ax
