@@ -18,7 +18,8 @@ std::optional<QString> flagValue(const QStringList& args, const QString& flag) {
 std::optional<Mode> headlessMode(const QStringList& args) {
     // The order of the checks is the order of precedence; the drawing modes sit between.
     if (args.indexOf(QStringLiteral("-printPrompt"), 1) > 0) return Mode::PrintPrompt;
-    if (flagValue(args, QStringLiteral("-menuIcon")) || flagValue(args, QStringLiteral("-snapshotUI")))
+    if (flagValue(args, QStringLiteral("-menuIcon")) ||
+        flagValue(args, QStringLiteral("-snapshotUI")))
         return std::nullopt;
     if (args.indexOf(QStringLiteral("-rulesTest"), 1) > 0) return Mode::RulesTest;
     return std::nullopt;
@@ -41,18 +42,20 @@ platform::JsonDefaults& savedSettings() {
 
 int runHeadlessMode(Mode mode, const QStringList&) {
     switch (mode) {
-    case Mode::PrintPrompt:
-        printLine(claude::Profile(savedSettings()).prompt());
-        break;
-    case Mode::RulesTest:
-        for (const QString& line : rules::rulesCheck(rules::AppRules::shared(savedSettings())))
-            printLine(line);
-        break;
+        case Mode::PrintPrompt:
+            printLine(claude::Profile(savedSettings()).prompt());
+            break;
+        case Mode::RulesTest:
+            for (const QString& line : rules::rulesCheck(rules::AppRules::shared(savedSettings())))
+                printLine(line);
+            break;
     }
     std::fflush(stdout);
     return 0;
 }
 
-std::optional<int> runGuiMode(const QStringList&) { return std::nullopt; }
+std::optional<int> runGuiMode(const QStringList&) {
+    return std::nullopt;
+}
 
 }  // namespace shell
