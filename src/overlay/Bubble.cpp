@@ -52,7 +52,7 @@ void Bubble::place(QWidget& view, Shown next, const platform::Rect& caret) {
     }
     next.frame = *frame;
     shown_ = std::move(next);
-    panel_->present(view, *frame);
+    panel_->present(view, *frame, screens_.composited());
 }
 
 void Bubble::hide() {
@@ -61,9 +61,13 @@ void Bubble::hide() {
     shown_ = Shown();
 }
 
-bool Bubble::visible() const { return panel_->isVisible(); }
+bool Bubble::visible() const {
+    return panel_->isVisible();
+}
 
-const Shown& Bubble::shown() const { return shown_; }
+const Shown& Bubble::shown() const {
+    return shown_;
+}
 
 void Bubble::click(int row) {
     if (!visible()) return;

@@ -15,7 +15,8 @@
 namespace overlay {
 
 inline const QString defaultHint = QStringLiteral("**Tab** to use · keep typing to ignore");
-inline const QString replyHint = QStringLiteral("**↑ ↓** to choose · **Tab** to insert · **Esc** to hide");
+inline const QString replyHint =
+    QStringLiteral("**↑ ↓** to choose · **Tab** to insert · **Esc** to hide");
 
 // What the panel holds now, for the engine's tests and the end-to-end checks.
 struct Shown {

@@ -13,7 +13,7 @@ namespace {
 // The shadow falls a little downwards, as from a light above the screen.
 constexpr int shadowDrop = 2;
 constexpr int shadowBlur = 11;
-constexpr double shadowAlpha = 0.22;
+constexpr double shadowAlpha = 0.16;
 }  // namespace
 
 BubblePanel::BubblePanel()
@@ -35,15 +35,23 @@ BubblePanel::BubblePanel()
     replies_->hide();
 }
 
-void BubblePanel::present(QWidget& view, const platform::Rect& frame) {
+void BubblePanel::present(QWidget& view, const platform::Rect& frame, bool composited) {
     QWidget& other = &view == bubble_ ? static_cast<QWidget&>(*replies_) : *bubble_;
     other.hide();
-    view.move(shadowMargin, shadowMargin);
+    shadow_ = composited;
+    const int margin = shadow_ ? shadowMargin : 0;
+    view.move(margin, margin);
     view.show();
-    const QRect outer(int(std::lround(frame.x)) - shadowMargin,
-                      int(std::lround(frame.y)) - shadowMargin,
-                      view.width() + 2 * shadowMargin, view.height() + 2 * shadowMargin);
+    const QRect outer(int(std::lround(frame.x)) - margin, int(std::lround(frame.y)) - margin,
+                      view.width() + 2 * margin, view.height() + 2 * margin);
     setGeometry(outer);
+    if (shadow_) {
+        clearMask();
+    } else {
+        QPainterPath card;
+        card.addRoundedRect(QRectF(view.geometry()), style::cornerRadius, style::cornerRadius);
+        setMask(QRegion(card.toFillPolygon().toPolygon()));
+    }
     show();
     // A panel left up while another window was raised must come back on top. The headless
     // platform has no stacking and complains at every raise.
@@ -55,9 +63,15 @@ void BubblePanel::present(QWidget& view, const platform::Rect& frame) {
 void BubblePanel::paintEvent(QPaintEvent*) {
     const QWidget* view = bubble_->isVisible() ? static_cast<QWidget*>(bubble_) : replies_;
     if (!view->isVisible()) return;
+    QPainter painter(this);
+    if (!shadow_) {
+        // Cut to the card's shape by the mask: the card's soft edge pixels must blend into its
+        // own colour, not into the black that stands for "see-through" without a compositor.
+        painter.fillRect(view->geometry(), style::background(view->palette()));
+        return;
+    }
     // Concentric rounded rectangles, each a little larger and fainter, stack into a shadow
     // that fades out over shadowBlur points around the card.
-    QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     const QRectF card = QRectF(view->geometry()).translated(0, shadowDrop);

@@ -3,8 +3,10 @@
 // time. It never takes the keyboard focus and never activates Glimmo, so the user goes on
 // typing in the other application while it is up.
 //
-// The window is larger than the view it shows by shadowMargin on every side: that band holds
-// the soft shadow. The view itself sits exactly on the frame that the placement computed.
+// On a composited desktop the window is larger than the view it shows by shadowMargin on every
+// side: that band holds the soft shadow. Without a compositor there is no shadow and the window
+// is cut to the card's rounded shape instead. Either way the view itself sits exactly on the
+// frame that the placement computed.
 
 #include <QWidget>
 
@@ -24,8 +26,8 @@ public:
     ReplyView& replies() { return *replies_; }
 
     // Shows view (one of the two above) with its top-left corner at frame's, in desktop
-    // coordinates, above every other window.
-    void present(QWidget& view, const platform::Rect& frame);
+    // coordinates, above every other window; with its shadow if composited.
+    void present(QWidget& view, const platform::Rect& frame, bool composited);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -33,6 +35,7 @@ protected:
 private:
     BubbleView* bubble_;
     ReplyView* replies_;
+    bool shadow_ = true;
 };
 
 }  // namespace overlay

@@ -15,8 +15,7 @@ public:
     explicit BubbleView(QWidget* parent = nullptr);
 
     // Replaces the content and resizes the view to fit it at the given width.
-    void set(const QString& text, double width, const QString& hint,
-             std::function<void()> onApply);
+    void set(const QString& text, double width, const QString& hint, std::function<void()> onApply);
     QSize sizeHint() const override { return fitting_; }
 
     // What a mouse click on the view does.

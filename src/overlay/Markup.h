@@ -16,6 +16,8 @@ struct StyledText {
 StyledText boldMarkup(const QString& marked);
 
 // The plain text of a marked-up hint, as it reads on screen.
-inline QString unmarked(const QString& marked) { return boldMarkup(marked).text; }
+inline QString unmarked(const QString& marked) {
+    return boldMarkup(marked).text;
+}
 
 }  // namespace overlay

@@ -15,7 +15,9 @@ constexpr double pad = 6, spacing = 2;
 constexpr double rowPadX = 8, rowPadY = 6, morePadY = 4, hintPadTop = 4;
 }  // namespace
 
-ReplyView::ReplyView(QWidget* parent) : QWidget(parent) { setFocusPolicy(Qt::NoFocus); }
+ReplyView::ReplyView(QWidget* parent) : QWidget(parent) {
+    setFocusPolicy(Qt::NoFocus);
+}
 
 void ReplyView::set(const QStringList& options, int selected, bool more, const QString& hint,
                     std::function<void(int)> onPick) {

@@ -12,35 +12,45 @@ QFont systemFont(int size) {
     return font;
 }
 
-QColor background(const QPalette& palette) { return palette.color(QPalette::Window); }
+QColor background(const QPalette& palette) {
+    return palette.color(QPalette::Window);
+}
 
-QColor primary(const QPalette& palette) { return palette.color(QPalette::WindowText); }
+QColor primary(const QPalette& palette) {
+    return palette.color(QPalette::WindowText);
+}
 
 static QColor faded(QColor color, double opacity) {
     color.setAlphaF(float(color.alphaF() * opacity));
     return color;
 }
 
-QColor secondary(const QPalette& palette) { return faded(primary(palette), secondaryOpacity); }
+QColor secondary(const QPalette& palette) {
+    return faded(primary(palette), secondaryOpacity);
+}
 
-QColor border(const QPalette& palette) { return faded(primary(palette), borderOpacity); }
+QColor border(const QPalette& palette) {
+    return faded(primary(palette), borderOpacity);
+}
 
 QColor selectedRow(const QPalette& palette) {
     return faded(palette.color(QPalette::Highlight), selectedOpacity);
 }
 
 void paintCard(QPainter& painter, const QRectF& rect, const QPalette& palette) {
-    // The 1-point line is centred half a point inside the edge so all of it is drawn, crisp,
-    // and the fill under it matches the outline exactly.
-    const QRectF edge = rect.adjusted(0.5, 0.5, -0.5, -0.5);
-    QPainterPath path;
-    path.addRoundedRect(edge, cornerRadius - 0.5, cornerRadius - 0.5);
+    // The fill covers the whole card; the 1-point line runs half a point inside the edge so
+    // that all of it lands on the card's outermost pixels, crisp, over an opaque ground.
+    QPainterPath fill;
+    fill.addRoundedRect(rect, cornerRadius, cornerRadius);
+    QPainterPath edge;
+    edge.addRoundedRect(rect.adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius - 0.5,
+                        cornerRadius - 0.5);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.fillPath(path, background(palette));
+    painter.fillPath(fill, background(palette));
     QPen pen(border(palette), 1.0, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin);
     pen.setMiterLimit(10);
-    painter.strokePath(path, pen);
+    painter.strokePath(edge, pen);
     painter.restore();
 }
 

@@ -20,6 +20,9 @@ public:
     // The primary screen first; empty when the desktop reports none.
     virtual std::vector<Screen> screens() = 0;
     virtual std::optional<Screen> main() = 0;
+    // Whether a compositor blends windows with what lies beneath them. Without one, the
+    // see-through parts of a window (rounded corners, soft shadows) show black.
+    virtual bool composited() { return true; }
 };
 
 }  // namespace platform

@@ -15,6 +15,8 @@ namespace {
 
 struct FakeScreens : platform::Screens {
     std::vector<platform::Screen> list{{{0, 0, 1920, 1080}, {0, 0, 1920, 1040}}};
+    bool blended = true;
+    bool composited() override { return blended; }
     std::vector<platform::Screen> screens() override { return list; }
     std::optional<platform::Screen> main() override {
         if (list.empty()) return std::nullopt;
@@ -59,11 +61,34 @@ TEST(Bubble, ShowsASuggestionAtItsPlaceWithoutTakingFocus) {
     EXPECT_TRUE(panel.bubble().isVisible());
     EXPECT_FALSE(panel.replies().isVisible());
 
+    const int margin = overlay::BubblePanel::shadowMargin;
+    EXPECT_EQ(panel.geometry(), card.adjusted(-margin, -margin, margin, margin));
+    EXPECT_TRUE(panel.mask().isEmpty());
+
     EXPECT_TRUE(panel.windowFlags() & Qt::WindowDoesNotAcceptFocus);
     EXPECT_TRUE(panel.testAttribute(Qt::WA_ShowWithoutActivating));
     EXPECT_FALSE(panel.isActiveWindow());
     EXPECT_EQ(QApplication::activeWindow(), nullptr);
     EXPECT_EQ(QApplication::focusWidget(), nullptr);
+}
+
+TEST(Bubble, WithoutACompositorTheWindowIsTheCardCutToItsShape) {
+    FakeScreens screens;
+    screens.blended = false;
+    Bubble bubble(screens);
+    ASSERT_EQ(panels().size(), 1u);
+    overlay::BubblePanel& panel = *panels().front();
+    bubble.showReplies(three, 0, false, caret, {});
+    const Rect frame = bubble.shown().frame;
+    EXPECT_EQ(panel.geometry(), QRect(488, 324, 460, int(frame.height)));
+    EXPECT_TRUE(panel.mask().contains(QPoint(230, 20)));
+    EXPECT_FALSE(panel.mask().contains(QPoint(0, 0)));
+    EXPECT_FALSE(panel.mask().contains(QPoint(459, int(frame.height) - 1)));
+
+    screens.blended = true;
+    bubble.showReplies(three, 0, false, caret, {});
+    EXPECT_EQ(panel.geometry().width(), 460 + 2 * overlay::BubblePanel::shadowMargin);
+    EXPECT_TRUE(panel.mask().isEmpty());
 }
 
 TEST(Bubble, ReusesOnePanelAcrossShowsAndSwitchesViews) {
@@ -74,8 +99,9 @@ TEST(Bubble, ReusesOnePanelAcrossShowsAndSwitchesViews) {
 
     bubble.show(QStringLiteral("Short"), overlay::defaultHint, caret, {});
     EXPECT_EQ(bubble.shown().frame.width, 240);
-    const QString longer = QStringLiteral("A streamed suggestion that has grown past the least "
-                                          "width of the bubble …");
+    const QString longer = QStringLiteral(
+        "A streamed suggestion that has grown past the least "
+        "width of the bubble …");
     bubble.show(longer, QStringLiteral("Copied · press **⌘V** to paste"), {600, 400, 2, 18}, {});
     EXPECT_GT(bubble.shown().frame.width, 240);
     EXPECT_EQ(bubble.shown().frame.x, 588);
@@ -140,7 +166,9 @@ TEST(Bubble, ClicksReachTheCallbacksOfWhatIsShown) {
 TEST(Bubble, CallbacksMayShowOrHideAgain) {
     FakeScreens screens;
     Bubble bubble(screens);
-    std::function<void(int)> pick = [&](int i) { bubble.showReplies(three, i, false, caret, pick); };
+    std::function<void(int)> pick = [&](int i) {
+        bubble.showReplies(three, i, false, caret, pick);
+    };
     bubble.showReplies(three, 0, false, caret, pick);
     ASSERT_EQ(panels().size(), 1u);
     {

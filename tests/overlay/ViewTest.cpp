@@ -73,8 +73,7 @@ TEST(ReplyView, AMouseClickOnARowPicksItOnlyThatRow) {
     for (int i : {2, 0, 1})
         QTest::mouseClick(&view, Qt::LeftButton, {}, view.rowRect(i).center().toPoint());
     // The "…" row, the hint, the outer padding.
-    QTest::mouseClick(&view, Qt::LeftButton, {},
-                      QPoint(100, int(view.rowRect(2).bottom()) + 10));
+    QTest::mouseClick(&view, Qt::LeftButton, {}, QPoint(100, int(view.rowRect(2).bottom()) + 10));
     QTest::mouseClick(&view, Qt::LeftButton, {}, QPoint(100, view.height() - 5));
     QTest::mouseClick(&view, Qt::LeftButton, {}, QPoint(2, 2));
     EXPECT_EQ(picked, (std::vector<int>{2, 0, 1}));
