@@ -7,7 +7,13 @@
  * --text sets the text view's content ("\n" separates paragraphs), --app-id the GTK application
  * id, --prgname the program name (WM_CLASS). Every key press that reaches the window is printed
  * on standard output as "key <name> <modifier mask>", so a test can tell which keys the
- * application saw; "ready" is printed once the window is shown and focused. */
+ * application saw; "ready" is printed once the window is shown and focused.
+ *
+ * Two clipboard helpers for the tests, each its own process like any other application:
+ *   --own-clipboard TEXT   also puts an item on the clipboard that offers TEXT and a 24x16
+ *                          PNG image, and serves it until it quits
+ *   --print-clipboard      prints what another application finds on the clipboard
+ *                          ("targets ...", "text ...", "image WxH") and quits */
 #include <gtk/gtk.h>
 #include <stdio.h>
 #include <string.h>
@@ -21,6 +27,65 @@ static const char *initial =
     "\n"
     "The last paragraph.";
 static const char *app_id = "org.glimmo.TestEditor";
+static const char *clip_text = NULL;
+
+enum { CLIP_TEXT, CLIP_IMAGE };
+
+static void clip_get(GtkClipboard *cb, GtkSelectionData *sel, guint info, gpointer data) {
+    (void)cb;
+    (void)data;
+    if (info == CLIP_TEXT) {
+        gtk_selection_data_set_text(sel, clip_text, -1);
+        return;
+    }
+    GdkPixbuf *pixbuf = gdk_pixbuf_new(GDK_COLORSPACE_RGB, FALSE, 8, 24, 16);
+    gdk_pixbuf_fill(pixbuf, 0x80611aff);
+    gtk_selection_data_set_pixbuf(sel, pixbuf);
+    g_object_unref(pixbuf);
+}
+
+static void clip_clear(GtkClipboard *cb, gpointer data) {
+    (void)cb;
+    (void)data;
+}
+
+static void own_clipboard(void) {
+    GtkTargetList *list = gtk_target_list_new(NULL, 0);
+    gtk_target_list_add_text_targets(list, CLIP_TEXT);
+    gtk_target_list_add_image_targets(list, CLIP_IMAGE, TRUE);
+    int n = 0;
+    GtkTargetEntry *targets = gtk_target_table_new_from_list(list, &n);
+    gtk_clipboard_set_with_data(gtk_clipboard_get(GDK_SELECTION_CLIPBOARD), targets, n, clip_get,
+                                clip_clear, NULL);
+    gtk_target_table_free(targets, n);
+    gtk_target_list_unref(list);
+}
+
+static int print_clipboard(void) {
+    GtkClipboard *cb = gtk_clipboard_get(GDK_SELECTION_CLIPBOARD);
+    GdkAtom *targets = NULL;
+    int n = 0;
+    printf("targets");
+    if (gtk_clipboard_wait_for_targets(cb, &targets, &n)) {
+        for (int i = 0; i < n; i++) {
+            char *name = gdk_atom_name(targets[i]);
+            printf(" %s", name);
+            g_free(name);
+        }
+        g_free(targets);
+    }
+    printf("\n");
+    char *text = gtk_clipboard_wait_for_text(cb);
+    printf("text %s\n", text ? text : "");
+    g_free(text);
+    GdkPixbuf *image = gtk_clipboard_wait_for_image(cb);
+    if (image) {
+        printf("image %dx%d\n", gdk_pixbuf_get_width(image), gdk_pixbuf_get_height(image));
+        g_object_unref(image);
+    }
+    fflush(stdout);
+    return 0;
+}
 
 static gboolean on_key(GtkWidget *widget, GdkEventKey *event, gpointer data) {
     (void)widget;
@@ -75,18 +140,24 @@ static void activate(GtkApplication *app, gpointer data) {
     if (strcmp(focus, "entry") == 0) target = entry;
     if (strcmp(focus, "password") == 0) target = password;
     gtk_widget_grab_focus(target);
+    if (clip_text) own_clipboard();
     gtk_window_present(GTK_WINDOW(window));
     g_timeout_add(200, announce, NULL);
 }
 
 int main(int argc, char **argv) {
     const char *prgname = NULL;
+    if (argc == 2 && strcmp(argv[1], "--print-clipboard") == 0) {
+        gtk_init(&argc, &argv);
+        return print_clipboard();
+    }
     for (int i = 1; i + 1 < argc; i += 2) {
         if (strcmp(argv[i], "--title") == 0) title = argv[i + 1];
         else if (strcmp(argv[i], "--focus") == 0) focus = argv[i + 1];
         else if (strcmp(argv[i], "--text") == 0) initial = argv[i + 1];
         else if (strcmp(argv[i], "--app-id") == 0) app_id = argv[i + 1];
         else if (strcmp(argv[i], "--prgname") == 0) prgname = argv[i + 1];
+        else if (strcmp(argv[i], "--own-clipboard") == 0) clip_text = argv[i + 1];
         else {
             fprintf(stderr, "unknown option %s\n", argv[i]);
             return 2;

@@ -1,0 +1,41 @@
+#pragma once
+// Who a window belongs to: the catalogue identifier and the display name, from what the
+// window and its process say about themselves.
+
+#include <QString>
+#include <map>
+
+#include "platform/Workspace.h"
+#include "platform/linux/DesktopEntries.h"
+
+namespace linuxdesk {
+
+struct WindowFacts {
+    qint64 pid = 0;
+    QString gtkAppId;    // _GTK_APPLICATION_ID
+    QString wmInstance;  // WM_CLASS, first string
+    QString wmClass;     // WM_CLASS, second string
+};
+
+class AppIdentity {
+public:
+    explicit AppIdentity(DesktopEntries& entries) : entries_(entries) {}
+
+    // Identifier: the catalogue's when the table knows any of the names below; otherwise the
+    // GTK application id, the Flatpak or Snap id, the desktop entry's id, the WM_CLASS class.
+    // Name: the desktop entry's localized Name, else the WM_CLASS class.
+    platform::RunningApp resolve(const WindowFacts& facts);
+
+    // The sandbox a process runs in, read from /proc; empty when none.
+    static QString flatpakId(qint64 pid);
+    static QString snapName(qint64 pid);
+
+private:
+    std::optional<DesktopEntry> entryFor(const WindowFacts& facts, const QString& flatpak,
+                                         const QString& snap);
+
+    DesktopEntries& entries_;
+    std::map<QString, platform::RunningApp> cache_;
+};
+
+}  // namespace linuxdesk

@@ -1,0 +1,69 @@
+// Saving, marking and restoring the clipboard of another application (the GTK editor owns a
+// text and an image item; a second GTK process reads what others would see).
+#include <gtest/gtest.h>
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMimeData>
+
+#include "DesktopHelpers.h"
+#include "GtkEditor.h"
+#include "TempHome.h"
+#include "platform/linux/QtClipboard.h"
+
+using testsupport::waitUntil;
+
+namespace {
+
+QByteArray typeData(const platform::ClipContents& c, const QString& type) {
+    for (const auto& item : c)
+        for (const auto& [t, data] : item.types)
+            if (t == type) return data;
+    return {};
+}
+
+}  // namespace
+
+TEST(Clipboard, ForeignTextAndImageSurviveATransientWrite) {
+    GtkEditor owner({"--own-clipboard", "kept text \U0001F600", "--title", "Owner"});
+    ASSERT_TRUE(owner.ready());
+    linuxdesk::QtClipboard clipboard;
+    ASSERT_TRUE(waitUntil([&] {
+        return QGuiApplication::clipboard()->text() == QStringLiteral("kept text \U0001F600");
+    }));
+
+    const platform::ClipContents saved = clipboard.save();
+    ASSERT_EQ(saved.size(), 1u);
+    EXPECT_EQ(QString::fromUtf8(typeData(saved, "text/plain;charset=utf-8")),
+              QStringLiteral("kept text \U0001F600"));
+    EXPECT_TRUE(typeData(saved, "image/png").startsWith("\x89PNG"));
+
+    clipboard.writeTransientText("the rewrite");
+    QString seen = desktop::foreignClipboard();
+    EXPECT_TRUE(seen.contains("text the rewrite\n")) << seen.toStdString();
+    EXPECT_TRUE(seen.contains(" x-kde-passwordManagerHint")) << seen.toStdString();
+    EXPECT_TRUE(seen.contains(" org.nspasteboard.TransientType")) << seen.toStdString();
+    EXPECT_FALSE(seen.contains("image "));
+
+    clipboard.restore(saved);
+    seen = desktop::foreignClipboard();
+    EXPECT_TRUE(seen.contains(QStringLiteral("text kept text \U0001F600\n"))) << seen.toStdString();
+    EXPECT_TRUE(seen.contains("image 24x16")) << seen.toStdString();
+    EXPECT_FALSE(seen.contains("x-kde-passwordManagerHint"));
+    EXPECT_EQ(clipboard.save(), saved);
+
+    // Nothing saved leaves the clipboard empty.
+    clipboard.restore({});
+    seen = desktop::foreignClipboard();
+    EXPECT_TRUE(seen.contains("text \n")) << seen.toStdString();
+    EXPECT_FALSE(seen.contains("image "));
+    EXPECT_TRUE(clipboard.save().empty());
+}
+
+TEST(Clipboard, PlainWriteIsNotMarkedTransient) {
+    linuxdesk::QtClipboard clipboard;
+    clipboard.writeText("for the user");
+    const QString seen = desktop::foreignClipboard();
+    EXPECT_TRUE(seen.contains("text for the user\n")) << seen.toStdString();
+    EXPECT_FALSE(seen.contains("TransientType"));
+}
