@@ -85,6 +85,8 @@ TEST(Browser, PrimingOncePerProcessEnhancedOnlyForChromium) {
     }
     EXPECT_EQ(manual.back().node, desk.app(pid - 1)->element());
     EXPECT_EQ(primed.size(), 11u);
+    EXPECT_EQ(desk.ax().primed().size(), 11u);
+    EXPECT_EQ(desk.ax().primed().front(), 100);
 }
 
 }  // namespace

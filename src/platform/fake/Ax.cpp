@@ -27,6 +27,17 @@ std::vector<Ax::Write> Ax::writes(const QString& name) const {
     return out;
 }
 
+std::vector<qint64> Ax::primed() const {
+    std::vector<qint64> pids;
+    for (const auto& write : writes_) {
+        if (write.name != QLatin1String("AXManualAccessibility") || !write.node) continue;
+        for (const auto& app : workspace_.apps()) {
+            if (app->element() == write.node) pids.push_back(app->pid());
+        }
+    }
+    return pids;
+}
+
 void Ax::clearRecords() {
     writes_.clear();
     queries_.clear();

@@ -35,6 +35,9 @@ public:
     // The writes of one attribute, in order.
     std::vector<Write> writes(const QString& name) const;
     const std::vector<Query>& queries() const { return queries_; }
+    // Processes whose application element got "AXManualAccessibility" written, in order (one
+    // entry a write, so priming twice shows twice).
+    std::vector<qint64> primed() const;
     // Attribute reads so far (plain and parameterised), to count a tick's calls.
     qint64 reads() const { return reads_; }
     void clearRecords();

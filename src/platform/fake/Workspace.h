@@ -21,6 +21,7 @@ public:
     void remove(qint64 pid);
     App* app(qint64 pid);
     App* byBundleId(const QString& bundleId);
+    const std::vector<std::unique_ptr<App>>& apps() const { return apps_; }
     // The frontmost application; none (std::nullopt) when the desktop itself has focus.
     void setFrontmost(std::optional<qint64> pid) { frontmost_ = pid; }
     App* frontApp();
