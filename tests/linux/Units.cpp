@@ -40,3 +40,47 @@ TEST(TextOffsets, LoneSurrogatesCountAsOneCharacter) {
     EXPECT_EQ(toUtf16(text, 2, OffsetUnit::CodePoint), 2);
     EXPECT_EQ(fromUtf16(text, 3, OffsetUnit::CodePoint), 3);
 }
+
+#include "platform/linux/AppIds.h"
+#include "platform/linux/DesktopEntries.h"
+#include "platform/linux/LinuxInputSource.h"
+
+TEST(DesktopEntry, LocalizedNameAndOnlyApplications) {
+    const QByteArray text =
+        "# comment\n[Desktop Entry]\nType=Application\nName=Text Editor\nName[de]=Texteditor\n"
+        "Name[de_AT]=Texteditor (AT)\nIcon=org.gnome.gedit\nExec=gedit %U\n"
+        "StartupWMClass=Gedit\n[Desktop Action new]\nName=New Window\nExec=gedit --new\n";
+    auto e = parseDesktopEntry(text, "org.gnome.gedit", "de_DE");
+    ASSERT_TRUE(e);
+    EXPECT_EQ(e->name, "Texteditor");  // the action group's Name does not count
+    EXPECT_EQ(e->exec, "gedit %U");
+    EXPECT_EQ(e->startupWmClass, "Gedit");
+    EXPECT_EQ(parseDesktopEntry(text, "x", "de_AT")->name, "Texteditor (AT)");
+    EXPECT_EQ(parseDesktopEntry(text, "x", "fr_FR")->name, "Text Editor");
+    EXPECT_FALSE(parseDesktopEntry("[Desktop Entry]\nType=Link\nName=Site\n", "x", ""));
+    EXPECT_TRUE(parseDesktopEntry("[Desktop Entry]\nType=Application\nName=A\nNoDisplay=true\n",
+                                  "x", "")->hidden);
+}
+
+TEST(AppIds, LinuxNamesResolveToTheCatalogue) {
+    EXPECT_EQ(catalogueId({"", "com.slack.Slack"}), "com.tinyspeck.slackmacgap");
+    EXPECT_EQ(catalogueId({"Navigator", "firefox-esr"}), "org.mozilla.firefox");
+    EXPECT_EQ(catalogueId({"google-chrome"}), "com.google.Chrome");
+    EXPECT_EQ(catalogueId({"chromium"}), "com.google.Chrome");
+    EXPECT_EQ(catalogueId({"Code"}), "com.microsoft.VSCode");
+    EXPECT_EQ(catalogueId({"org.keepassxc.KeePassXC"}), "com.apple.Passwords");
+    EXPECT_EQ(catalogueId({"gnome-terminal-server"}), "com.apple.Terminal");
+    // The first candidate the table knows decides.
+    EXPECT_EQ(catalogueId({"org.example.Unknown", "discord", "slack"}), "com.hnc.Discord");
+    EXPECT_EQ(catalogueId({"org.example.Unknown"}), "");
+    EXPECT_TRUE(linuxNamesOf("com.tinyspeck.slackmacgap").contains("slack"));
+    EXPECT_TRUE(linuxNamesOf("org.example.Unknown").isEmpty());
+}
+
+TEST(InputSourceNames, LayoutsAndLocalesBecomeLanguageCodes) {
+    EXPECT_EQ(LinuxInputSource::languageOfLayout("cn"), "zh-Hans");
+    EXPECT_EQ(LinuxInputSource::languageOfLayout("us"), "en");
+    EXPECT_EQ(LinuxInputSource::languageOfLayout("xx"), "");
+    EXPECT_EQ(LinuxInputSource::languageOfLocale("zh_CN"), "zh-CN");
+    EXPECT_EQ(LinuxInputSource::languageOfLocale("other"), "");
+}

@@ -2,14 +2,16 @@
 // platform::KeyTap as a synchronous X11 key grab on the root window, held only while the
 // engine wants keys, for Tab, Esc, Up and Down without modifiers.
 //
-// Why a grab and not the AT-SPI keystroke listener: the listener sees keys only through each
-// toolkit's bridge, which forwards them to the registry and waits for the verdict. GTK 3 does
-// that, but Chromium and Electron never forward keys, GTK 4 does not either, and a slow verdict
-// stalls the application's typing. An X11 grab sees the key for every X11 and XWayland window
-// before the application does. With GrabModeSync the keyboard stays frozen until Glimmo
-// answers: a key it handles is swallowed (AsyncKeyboard, then the grab is let go so keys it
-// synthesises reach the application); any other is replayed (ReplayKeyboard) to the focused
-// window exactly as it was pressed, never re-synthesised.
+// Why a grab and not the AT-SPI keystroke listener (ATSPI_KEYLISTENER_SYNCHRONOUS |
+// CANCONSUME): the listener sees only keys that a toolkit's bridge forwards to the registry
+// and waits on. Tried on the test desktop: a GTK 3 window forwards Tab and honours the
+// consumption, but keys for a plain X client (xev) never reach the listener at all. So it
+// works only where each application's bridge cooperates, and every forwarded key costs that
+// application a bus round trip while the user types. An X11 grab sees the key for every X11 and XWayland window first. With
+// GrabModeSync the keyboard stays frozen until Glimmo answers: a key it handles is swallowed
+// (AsyncKeyboard, then the grab is let go so that keys it synthesises reach the application);
+// any other is replayed (ReplayKeyboard) to the focused window exactly as pressed, never
+// re-synthesised. Grabbing only while the engine wants keys keeps plain typing untouched.
 
 #include <QObject>
 #include <memory>
