@@ -73,7 +73,10 @@ protected:
             .split('\n', Qt::SkipEmptyParts);
     }
 
-    static bool alive(const QString& pid) { return ::kill(pid.toInt(), 0) == 0; }
+    static bool alive(const QString& pid) {
+        EXPECT_GT(pid.toInt(), 0);
+        return pid.toInt() > 0 && ::kill(pid.toInt(), 0) == 0;
+    }
 
     testsupport::TempHome home;
     platform::MemoryDefaults defaults;

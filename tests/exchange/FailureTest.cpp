@@ -68,7 +68,8 @@ TEST_F(ExchangeTest, WatchdogEndsAProcessThatNeverAnswers) {
     claude::ExchangeProbe::setWatchdogMs(*exchange, 300);
     script("text thinking\nhang\n");
     exchange->warmUp();
-    const QString pid = runs().value(0);
+    ASSERT_TRUE(waitUntil([&] { return runs().size() == 1; }));
+    const QString pid = runs()[0];
     auto outcome = std::make_shared<Outcome>();
     exchange->ask(
         "<text>\nhello\n</text>", [&](const QString&) { clock.t += 20.04; },

@@ -31,15 +31,17 @@
 //   hang               write nothing more and wait to be killed
 //   exit CODE          end now with this status
 //
-// The script's end exits with status 0. With no script (or an empty one) the default plays:
-// a "<reply>" body is answered with a JSON array of three short replies; a "<text>" body with
-// its paragraph trimmed, the first letter made upper case and a full stop added when it lacks
-// closing punctuation, or "=" when that changes nothing; any other body with "OK".
+// The script's end exits with status 0. With no script, or one holding nothing but `startup`,
+// the default plays: a "<reply>" body is answered with a JSON array of three short replies; a
+// "<text>" body with its paragraph trimmed, the first letter made upper case and a full stop
+// added when it lacks closing punctuation, or "=" when that changes nothing; any other body
+// with "OK".
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <time.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -316,7 +318,9 @@ int main(int argc, char** argv) {
     const std::string body = contentOf(input);
 
     std::vector<std::string> script = commands(loadFile(dir + "/script"));
-    if (script.empty()) script.push_back("default");
+    if (std::all_of(script.begin(), script.end(),
+                    [](const std::string& c) { return c.rfind("startup ", 0) == 0; }))
+        script.push_back("default");
     for (const std::string& c : script) {
         const size_t space = c.find(' ');
         const std::string name = c.substr(0, space);
