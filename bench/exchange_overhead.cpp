@@ -93,7 +93,8 @@ int main(int argc, char** argv) {
     {
         bench::StandinHome home("");  // the default: the full shape of a real answer
         claude::Exchange exchange(defaults, clock, nullptr);
-        report("ask -> onDone, stand-in writes a real answer's shape", exchangeRounds(exchange, home));
+        report("ask -> onDone, stand-in writes a real answer's shape",
+               exchangeRounds(exchange, home));
     }
     return 0;
 }

@@ -71,7 +71,9 @@ int graphemes(const QString& text) {
     return count;
 }
 
-QString oneDecimal(double seconds) { return QString::asprintf("%.1f", seconds); }
+QString oneDecimal(double seconds) {
+    return QString::asprintf("%.1f", seconds);
+}
 
 // The answer of a result record, or nothing when the record reports a failure.
 std::optional<QString> answerOf(const std::optional<QJsonObject>& record) {
@@ -208,8 +210,12 @@ void Exchange::dropWarm() {
     warm_.reset();
 }
 
-bool Exchange::requestInFlight() const { return proc_ != nullptr; }
+bool Exchange::requestInFlight() const {
+    return proc_ != nullptr;
+}
 
-bool Exchange::hasWarm() const { return warm_ != nullptr; }
+bool Exchange::hasWarm() const {
+    return warm_ != nullptr;
+}
 
 }  // namespace claude

@@ -17,9 +17,12 @@ bool hasRawControl(QByteArrayView line) {
         const auto c = static_cast<unsigned char>(ch);
         if (inString) {
             if (c < 0x20) return true;
-            if (escaped) escaped = false;
-            else if (c == '\\') escaped = true;
-            else if (c == '"') inString = false;
+            if (escaped)
+                escaped = false;
+            else if (c == '\\')
+                escaped = true;
+            else if (c == '"')
+                inString = false;
         } else if (c == '"') {
             inString = true;
         } else if (c < 0x20 && c != '\t' && c != '\r') {
@@ -67,8 +70,10 @@ StreamBatch StreamParser::feed(QByteArrayView bytes) {
 
 void StreamParser::resetBuffer() {
     // Keep a small allocation for the next partial line; give a big one back.
-    if (buffer_.capacity() > 64 * 1024) buffer_ = QByteArray();
-    else buffer_.resize(0);
+    if (buffer_.capacity() > 64 * 1024)
+        buffer_ = QByteArray();
+    else
+        buffer_.resize(0);
 }
 
 void StreamParser::takeLine(QByteArrayView line, StreamBatch& out) const {

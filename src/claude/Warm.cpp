@@ -65,7 +65,9 @@ void Warm::send(const QByteArray& line) {
     p->closeWriteChannel();
 }
 
-void Warm::terminate() { terminateProcess(p); }
+void Warm::terminate() {
+    terminateProcess(p);
+}
 
 void Warm::armWatchdog(int msec) {
     QProcess* process = p;

@@ -63,7 +63,8 @@ protected:
         QFile file(glimmo::logFile());
         if (!file.open(QIODevice::ReadOnly)) return {};
         QStringList lines;
-        for (const QString& line : QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts))
+        for (const QString& line :
+             QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts))
             lines << line.section(' ', 1);
         return lines;
     }

@@ -52,8 +52,9 @@ TEST_F(ExchangeTest, StreamsTrimmedTextAndLogsTheWaitingProcessAge) {
     exchange->setClaudeTrouble(true);  // a success clears an earlier failure
     exchange->warmUp();
     clock.t += 35.2;
-    script("text \\n  I went \nsleep 0.05\ntext to the\nsleep 0.05\ntext  store.\n"
-           "result  I went to the store. \\n\n");
+    script(
+        "text \\n  I went \nsleep 0.05\ntext to the\nsleep 0.05\ntext  store.\n"
+        "result  I went to the store. \\n\n");
     auto outcome = std::make_shared<Outcome>();
     exchange->ask(
         "<text>\ni goed to the store\n</text>",
@@ -66,8 +67,7 @@ TEST_F(ExchangeTest, StreamsTrimmedTextAndLogsTheWaitingProcessAge) {
     EXPECT_TRUE(exchange->requestInFlight());
     ASSERT_TRUE(waitUntil([&] { return !exchange->requestInFlight(); }));
 
-    EXPECT_EQ(outcome->partials,
-              (QStringList{"I went", "I went to the", "I went to the store."}));
+    EXPECT_EQ(outcome->partials, (QStringList{"I went", "I went to the", "I went to the store."}));
     EXPECT_EQ(outcome->done, QStringList{"I went to the store."});
     EXPECT_FALSE(exchange->claudeTrouble());
     EXPECT_EQ(logLines(), QStringList{"34 chars -> suggestion in 1.8s (process ready for 35.2s)"});
@@ -89,9 +89,10 @@ TEST_F(ExchangeTest, KindWordAgeWithoutAWaitingProcessAndCharacterCount) {
     outcome = ask(QString::fromUtf8("<text>\n🇫🇷 👨‍👩‍👧 e\u0301\n</text>"));
     EXPECT_EQ(outcome->done, QStringList{"Sure."});
 
-    EXPECT_EQ(logLines(), (QStringList{"29 chars -> no change in 0.0s (process ready for -1.0s)",
-                                       "32 chars -> reply options in 0.0s (process ready for 0.0s)",
-                                       "20 chars -> suggestion in 0.0s (process ready for -1.0s)"}));
+    EXPECT_EQ(logLines(),
+              (QStringList{"29 chars -> no change in 0.0s (process ready for -1.0s)",
+                           "32 chars -> reply options in 0.0s (process ready for 0.0s)",
+                           "20 chars -> suggestion in 0.0s (process ready for -1.0s)"}));
 }
 
 TEST_F(ExchangeTest, DefaultStandinAnswersBothKindsOfBody) {
@@ -105,8 +106,9 @@ TEST_F(ExchangeTest, DefaultStandinAnswersBothKindsOfBody) {
 
 TEST_F(ExchangeTest, OnlyTheFirstResultCountsAndNothingFollowsIt) {
     // Two results in one read, then deltas after the answer.
-    script("write {\"type\":\"result\",\"result\":\"first\"}\\n{\"type\":\"result\",\"result\":"
-           "\"second\"}\\n\nsleep 0.1\ntext more\nresult third\n");
+    script(
+        "write {\"type\":\"result\",\"result\":\"first\"}\\n{\"type\":\"result\",\"result\":"
+        "\"second\"}\\n\nsleep 0.1\ntext more\nresult third\n");
     auto outcome = ask("<text>\nx\n</text>");
     EXPECT_EQ(outcome->done, QStringList{"first"});
     QCoreApplication::processEvents();
@@ -117,11 +119,12 @@ TEST_F(ExchangeTest, OnlyTheFirstResultCountsAndNothingFollowsIt) {
 }
 
 TEST_F(ExchangeTest, LineSplitAcrossReadsIsParsedOnceWhole) {
-    script("write {\"type\":\"stream_event\",\"event\":{\"delta\":{\"type\":\"text_de\n"
-           "sleep 0.1\n"
-           "write lta\",\"text\":\"Hi\"}}}\\n{\"type\":\"result\",\"res\n"
-           "sleep 0.1\n"
-           "line ult\":\"Hi there.\"}\n");
+    script(
+        "write {\"type\":\"stream_event\",\"event\":{\"delta\":{\"type\":\"text_de\n"
+        "sleep 0.1\n"
+        "write lta\",\"text\":\"Hi\"}}}\\n{\"type\":\"result\",\"res\n"
+        "sleep 0.1\n"
+        "line ult\":\"Hi there.\"}\n");
     const auto outcome = ask("<text>\nhi\n</text>");
     EXPECT_EQ(outcome->partials, QStringList{"Hi"});
     EXPECT_EQ(outcome->done, QStringList{"Hi there."});

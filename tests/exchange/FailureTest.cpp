@@ -27,7 +27,8 @@ TEST_F(ExchangeTest, ProgramThatCannotStartIsLogged) {
     EXPECT_FALSE(exchange->hasWarm());
     const QStringList lines = logLines();
     ASSERT_EQ(lines.size(), 1);
-    EXPECT_TRUE(lines[0].startsWith("cannot start claude at " + path + ": ")) << lines[0].toStdString();
+    EXPECT_TRUE(lines[0].startsWith("cannot start claude at " + path + ": "))
+        << lines[0].toStdString();
     EXPECT_GT(lines[0].size(), QString("cannot start claude at " + path + ": ").size());
 }
 
@@ -112,7 +113,8 @@ TEST_F(ExchangeTest, StaleAnswerLeavesTheNewerRequestAlone) {
     script("hang\n");
     auto second = std::make_shared<Outcome>();
     exchange->pendingText = QStringLiteral("second field");
-    exchange->ask("<text>\ntwo\n</text>", nullptr, [second](const QString& s) { second->done << s; });
+    exchange->ask("<text>\ntwo\n</text>", nullptr,
+                  [second](const QString& s) { second->done << s; });
     ASSERT_TRUE(waitUntil([&] { return notes.contains("stale reply dropped"); }));
     EXPECT_TRUE(first->done.isEmpty());
     EXPECT_TRUE(exchange->requestInFlight());

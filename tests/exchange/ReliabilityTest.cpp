@@ -9,12 +9,15 @@ using testsupport::waitUntil;
 
 namespace {
 
-int openFds() { return int(QDir("/proc/self/fd").entryList(QDir::NoDotAndDotDot | QDir::System).size()); }
+int openFds() {
+    return int(QDir("/proc/self/fd").entryList(QDir::NoDotAndDotDot | QDir::System).size());
+}
 
 // Our child processes, zombies included.
 QStringList children() {
     QStringList pids;
-    for (const QString& task : QDir("/proc/self/task").entryList(QDir::NoDotAndDotDot | QDir::Dirs)) {
+    for (const QString& task :
+         QDir("/proc/self/task").entryList(QDir::NoDotAndDotDot | QDir::Dirs)) {
         QFile file("/proc/self/task/" + task + "/children");
         if (file.open(QIODevice::ReadOnly))
             pids += QString::fromLatin1(file.readAll()).split(' ', Qt::SkipEmptyParts);
@@ -26,11 +29,14 @@ qint64 statusKb(const char* field) {
     QFile file("/proc/self/status");
     if (!file.open(QIODevice::ReadOnly)) return -1;
     for (const QByteArray& line : file.readAll().split('\n'))
-        if (line.startsWith(field)) return line.mid(qstrlen(field)).trimmed().split(' ')[0].toLongLong();
+        if (line.startsWith(field))
+            return line.mid(qstrlen(field)).trimmed().split(' ')[0].toLongLong();
     return -1;
 }
 
-qint64 residentKb() { return statusKb("VmRSS:"); }
+qint64 residentKb() {
+    return statusKb("VmRSS:");
+}
 
 // Starts a fresh measure of the peak resident size.
 void resetPeak() {
@@ -38,7 +44,9 @@ void resetPeak() {
     if (file.open(QIODevice::WriteOnly)) file.write("5");
 }
 
-qint64 peakKb() { return statusKb("VmHWM:"); }
+qint64 peakKb() {
+    return statusKb("VmHWM:");
+}
 
 }  // namespace
 
@@ -54,8 +62,10 @@ TEST_F(ExchangeTest, ThousandRequestsLeaveNoFdsNoChildrenAndFlatMemory) {
     }
     EXPECT_EQ(answered, 1000);
     EXPECT_EQ(runs().size(), 1000);
-    EXPECT_TRUE(waitUntil([] { return children().isEmpty(); })) << children().join(' ').toStdString();
-    EXPECT_TRUE(waitUntil([&] { return openFds() == fdsBefore; })) << openFds() << " vs " << fdsBefore;
+    EXPECT_TRUE(waitUntil([] { return children().isEmpty(); }))
+        << children().join(' ').toStdString();
+    EXPECT_TRUE(waitUntil([&] { return openFds() == fdsBefore; }))
+        << openFds() << " vs " << fdsBefore;
     EXPECT_LT(residentKb() - rssAfterWarmUp, 4 * 1024);
     EXPECT_EQ(logLines().size(), 1000);
 }
@@ -79,16 +89,19 @@ TEST_F(ExchangeTest, FiftyMegabytesWithoutALineFeedStayBounded) {
 }
 
 TEST_F(ExchangeTest, GarbageAroundTheAnswerIsSkipped) {
-    script("line this is not json\n"
-           "line {\"type\":\"stream_event\",\"event\":{\"delta\":{\"type\":\"text_delta\",\"text\":\"\\xff\\xfe\"}}}\n"
-           "line \\0\\0\\0{\"type\":\"result\",\"result\":\"nul\"}\n"
-           "line {\"type\":\"result\",\"result\":\"raw \\0 nul\"}\n"
-           "line [\"type\",\"result\"]\n"
-           "line {\"type\":null,\"result\":\"x\"}\n"
-           "line \\x80\\x81\\x82\n"
-           "write \\r\\n\\n\\n\n"
-           "text Good\n"
-           "result Good answer.\n");
+    script(
+        "line this is not json\n"
+        "line "
+        "{\"type\":\"stream_event\",\"event\":{\"delta\":{\"type\":\"text_delta\",\"text\":"
+        "\"\\xff\\xfe\"}}}\n"
+        "line \\0\\0\\0{\"type\":\"result\",\"result\":\"nul\"}\n"
+        "line {\"type\":\"result\",\"result\":\"raw \\0 nul\"}\n"
+        "line [\"type\",\"result\"]\n"
+        "line {\"type\":null,\"result\":\"x\"}\n"
+        "line \\x80\\x81\\x82\n"
+        "write \\r\\n\\n\\n\n"
+        "text Good\n"
+        "result Good answer.\n");
     const auto outcome = ask("<text>\nhello\n</text>");
     EXPECT_EQ(outcome->partials, QStringList{"Good"});
     EXPECT_EQ(outcome->done, QStringList{"Good answer."});

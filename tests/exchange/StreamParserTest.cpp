@@ -51,7 +51,8 @@ TEST(StreamParser, PartialLineWaitsForItsLineFeed) {
     StreamBatch first = parser.feed(R"({"type":"result","res)");
     EXPECT_TRUE(first.results.empty());
     EXPECT_EQ(parser.pending(), 21);
-    StreamBatch second = parser.feed("ult\":\"ok\"}\n{\"type\":\"result\",\"result\":\"two\"}\n{\"ty");
+    StreamBatch second =
+        parser.feed("ult\":\"ok\"}\n{\"type\":\"result\",\"result\":\"two\"}\n{\"ty");
     ASSERT_EQ(second.results.size(), 2u);
     EXPECT_EQ(second.results[0].value("result").toString(), "ok");
     EXPECT_EQ(second.results[1].value("result").toString(), "two");
@@ -69,12 +70,16 @@ TEST(StreamParser, SkipsWhatIsNotADeltaOrAResult) {
         "{\"type\":\"assistant\",\"message\":{\"content\":[{\"type\":\"text\",\"text\":\"x\"}]}}\n"
         "{\"type\":\"stream_event\",\"event\":\"flat\"}\n"
         "{\"type\":\"stream_event\",\"event\":{\"delta\":[]}}\n"
-        "{\"type\":\"stream_event\",\"event\":{\"delta\":{\"type\":\"input_json_delta\",\"text\":\"x\"}}}\n"
+        "{\"type\":\"stream_event\",\"event\":{\"delta\":{\"type\":\"input_json_delta\",\"text\":"
+        "\"x\"}}}\n"
         "{\"type\":\"stream_event\",\"event\":{\"delta\":{\"type\":\"text_delta\",\"text\":5}}}\n"
         "{\"type\":\"stream_event\",\"event\":{\"delta\":{\"type\":\"text_delta\"}}}\n"
-        "{\"type\":\"stream_event\",\"event\":{\"delta\":{\"type\":\"text_delta\",\"text\":\"a\\u0000b\"}}}\n"
-        "{\"type\":\"stream_event\",\"event\":{\"delta\":{\"type\":\"text_delta\",\"text\":\"\xff\xfe\"}}}\n"
-        "{\"type\":\"stream_event\",\"event\":{\"delta\":{\"type\":\"text_delta\",\"text\":\"c\0d\"}}}\n"
+        "{\"type\":\"stream_event\",\"event\":{\"delta\":{\"type\":\"text_delta\",\"text\":"
+        "\"a\\u0000b\"}}}\n"
+        "{\"type\":\"stream_event\",\"event\":{\"delta\":{\"type\":\"text_delta\",\"text\":"
+        "\"\xff\xfe\"}}}\n"
+        "{\"type\":\"stream_event\",\"event\":{\"delta\":{\"type\":\"text_delta\",\"text\":"
+        "\"c\0d\"}}}\n"
         "{\"type\":\"result\",\"result\":\"tab\tinside\"}\n"
         "{\"type\":\"RESULT\",\"result\":\"x\"}\n";
     StreamParser parser;
@@ -93,8 +98,9 @@ TEST(StreamParser, OverlongLineIsDroppedAndTheBufferStaysCapped) {
         EXPECT_LE(parser.pending(), 1000);
     }
     EXPECT_TRUE(parser.skipping());
-    StreamBatch out = parser.feed("{\"type\":\"result\",\"result\":\"tail of the long line\"}\n"
-                                  "{\"type\":\"result\",\"result\":\"next\"}\n");
+    StreamBatch out = parser.feed(
+        "{\"type\":\"result\",\"result\":\"tail of the long line\"}\n"
+        "{\"type\":\"result\",\"result\":\"next\"}\n");
     ASSERT_EQ(out.results.size(), 1u);
     EXPECT_EQ(out.results[0].value("result").toString(), "next");
     EXPECT_FALSE(parser.skipping());

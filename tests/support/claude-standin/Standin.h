@@ -10,7 +10,9 @@
 
 namespace testsupport {
 
-inline QString standinPath() { return QStringLiteral(GLIMMO_STANDIN_PATH); }
+inline QString standinPath() {
+    return QStringLiteral(GLIMMO_STANDIN_PATH);
+}
 
 // Writes the stand-in's path into the "claude-path" file of the support folder.
 inline void useStandin(const TempHome& home) {

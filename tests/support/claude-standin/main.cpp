@@ -97,14 +97,19 @@ std::string unescape(const std::string& s) {
             continue;
         }
         const char c = s[++i];
-        if (c == 'n') out += '\n';
-        else if (c == 'r') out += '\r';
-        else if (c == 't') out += '\t';
-        else if (c == '0') out += '\0';
+        if (c == 'n')
+            out += '\n';
+        else if (c == 'r')
+            out += '\r';
+        else if (c == 't')
+            out += '\t';
+        else if (c == '0')
+            out += '\0';
         else if (c == 'x' && i + 2 < s.size()) {
             out += char(std::strtol(s.substr(i + 1, 2).c_str(), nullptr, 16));
             i += 2;
-        } else out += c;
+        } else
+            out += c;
     }
     return out;
 }
@@ -112,21 +117,27 @@ std::string unescape(const std::string& s) {
 std::string jsonString(const std::string& s) {
     std::string out = "\"";
     for (const unsigned char c : s) {
-        if (c == '"') out += "\\\"";
-        else if (c == '\\') out += "\\\\";
-        else if (c == '\n') out += "\\n";
+        if (c == '"')
+            out += "\\\"";
+        else if (c == '\\')
+            out += "\\\\";
+        else if (c == '\n')
+            out += "\\n";
         else if (c < 0x20) {
             char buf[8];
             std::snprintf(buf, sizeof buf, "\\u%04x", c);
             out += buf;
-        } else out += char(c);
+        } else
+            out += char(c);
     }
     return out + "\"";
 }
 
 void appendUtf8(std::string& out, unsigned cp) {
-    if (cp < 0x80) out += char(cp);
-    else if (cp < 0x800) out += {char(0xC0 | cp >> 6), char(0x80 | (cp & 0x3F))};
+    if (cp < 0x80)
+        out += char(cp);
+    else if (cp < 0x800)
+        out += {char(0xC0 | cp >> 6), char(0x80 | (cp & 0x3F))};
     else if (cp < 0x10000)
         out += {char(0xE0 | cp >> 12), char(0x80 | (cp >> 6 & 0x3F)), char(0x80 | (cp & 0x3F))};
     else
@@ -145,21 +156,28 @@ std::string contentOf(const std::string& input) {
             continue;
         }
         const char c = input[++i];
-        if (c == 'n') out += '\n';
-        else if (c == 't') out += '\t';
-        else if (c == 'r') out += '\r';
-        else if (c == 'b') out += '\b';
-        else if (c == 'f') out += '\f';
+        if (c == 'n')
+            out += '\n';
+        else if (c == 't')
+            out += '\t';
+        else if (c == 'r')
+            out += '\r';
+        else if (c == 'b')
+            out += '\b';
+        else if (c == 'f')
+            out += '\f';
         else if (c == 'u' && i + 4 < input.size()) {
             unsigned cp = unsigned(std::strtoul(input.substr(i + 1, 4).c_str(), nullptr, 16));
             i += 4;
             if (cp >= 0xD800 && cp < 0xDC00 && i + 6 < input.size() && input[i + 1] == '\\') {
-                const unsigned low = unsigned(std::strtoul(input.substr(i + 3, 4).c_str(), nullptr, 16));
+                const unsigned low =
+                    unsigned(std::strtoul(input.substr(i + 3, 4).c_str(), nullptr, 16));
                 cp = 0x10000 + ((cp - 0xD800) << 10) + (low - 0xDC00);
                 i += 6;
             }
             appendUtf8(out, cp);
-        } else out += c;
+        } else
+            out += c;
     }
     return out;
 }
@@ -186,13 +204,15 @@ std::string defaultAnswer(const std::string& body) {
 
 const char* kSession = R"("session_id":"5b1c2f0e-0000-4000-8000-standin00001")";
 
-void emit(const std::string& line) { writeAll(1, line + "\n"); }
+void emit(const std::string& line) {
+    writeAll(1, line + "\n");
+}
 
 void emitInit() {
     char cwd[4096] = "";
     if (!::getcwd(cwd, sizeof cwd)) cwd[0] = '\0';
-    emit(std::string(R"({"type":"system","subtype":"init","cwd":)") + jsonString(cwd) +
-         "," + kSession + R"(,"tools":[],"mcp_servers":[],"model":"claude-haiku-5-5"})");
+    emit(std::string(R"({"type":"system","subtype":"init","cwd":)") + jsonString(cwd) + "," +
+         kSession + R"(,"tools":[],"mcp_servers":[],"model":"claude-haiku-5-5"})");
     emit(std::string(R"({"type":"system","subtype":"status","status":"requesting",)") + kSession +
          "}");
 }
@@ -326,24 +346,36 @@ int main(int argc, char** argv) {
         const std::string name = c.substr(0, space);
         const std::string arg = space == std::string::npos ? "" : unescape(c.substr(space + 1));
         if (name == "startup") continue;
-        if (name == "init") emitInit();
-        else if (name == "text") emitText(arg);
-        else if (name == "assistant") emitAssistant(arg);
-        else if (name == "result") emitResult(arg, false);
-        else if (name == "error") emitResult(arg, true);
-        else if (name == "answer") emitAnswer(arg);
-        else if (name == "default") emitAnswer(defaultAnswer(body));
-        else if (name == "line") writeAll(1, arg + "\n");
-        else if (name == "write") writeAll(1, arg);
+        if (name == "init")
+            emitInit();
+        else if (name == "text")
+            emitText(arg);
+        else if (name == "assistant")
+            emitAssistant(arg);
+        else if (name == "result")
+            emitResult(arg, false);
+        else if (name == "error")
+            emitResult(arg, true);
+        else if (name == "answer")
+            emitAnswer(arg);
+        else if (name == "default")
+            emitAnswer(defaultAnswer(body));
+        else if (name == "line")
+            writeAll(1, arg + "\n");
+        else if (name == "write")
+            writeAll(1, arg);
         else if (name == "flood") {
             const std::string block(65536, 'x');
             for (long long left = std::atoll(arg.c_str()); left > 0; left -= 65536)
                 writeAll(1, left >= 65536 ? block : block.substr(0, size_t(left)));
-        } else if (name == "sleep") pauseFor(std::atof(arg.c_str()));
+        } else if (name == "sleep")
+            pauseFor(std::atof(arg.c_str()));
         else if (name == "hang") {
             for (;;) ::pause();
-        } else if (name == "exit") return std::atoi(arg.c_str());
-        else std::fprintf(stderr, "claude-standin: unknown command %s\n", name.c_str());
+        } else if (name == "exit")
+            return std::atoi(arg.c_str());
+        else
+            std::fprintf(stderr, "claude-standin: unknown command %s\n", name.c_str());
     }
     return 0;
 }
