@@ -1,0 +1,168 @@
+#include "engine/Glimmo.h"
+
+#include <QDir>
+
+#include "ax/Browser.h"
+#include "ax/TextField.h"
+#include "main/Log.h"
+#include "main/Paths.h"
+#include "rules/AppRules.h"
+#include "rules/Catalogue.h"
+
+namespace engine {
+
+using platform::Element;
+using platform::Range;
+
+Glimmo::Glimmo(platform::Platform& platform, rules::AppRules& rules, QObject* parent)
+    : QObject(parent),
+      bubble(std::make_unique<overlay::Bubble>(platform.screens)),
+      lastChange(platform.clock.now()),
+      claude(platform.defaults, platform.clock, [this](const QString& note) { why(note); }),
+      p_(platform),
+      rules_(rules) {
+    timer_.setInterval(300);
+    connect(&timer_, &QTimer::timeout, this, &Glimmo::tick);
+}
+
+Glimmo::~Glimmo() {
+    timer_.stop();
+    claude.cancel();
+    claude.dropWarm();
+}
+
+void Glimmo::start() {
+    QDir().mkpath(glimmo::supportDir());
+    glimmo::log(QStringLiteral("started, accessibility ") +
+                (p_.ax.trusted() ? QStringLiteral("on") : QStringLiteral("off")));
+    timer_.start();
+}
+
+void Glimmo::why(const QString& note) { trace_.why(note); }
+
+void Glimmo::later(double seconds, std::function<void()> action) {
+    // The engine is the timer's context: a destroyed engine never runs a late action.
+    QTimer::singleShot(int(seconds * 1000), this, std::move(action));
+}
+
+void Glimmo::hideBubble() {
+    if (bubble->visible()) bubble->hide();
+    syncKeys();
+}
+
+void Glimmo::clearShown() {
+    shown.reset();
+    replies.reset();
+    hideBubble();
+}
+
+void Glimmo::cancel() {
+    if (claude.requestInFlight()) why(QStringLiteral("cancelled request"));
+    claude.cancel();
+    if (streaming || draftingReplies) hideBubble();
+    streaming = false;
+    tabWhileStreaming = false;
+    draftingReplies = false;
+    syncKeys();
+}
+
+void Glimmo::forgetField() {
+    clearShown();
+    lastText.clear();
+    lastEl.reset();
+}
+
+// The tap only takes keys while the engine has something on screen that they act on.
+void Glimmo::syncKeys() {
+    const bool want = shown || replies || streaming || draftingReplies;
+    if (want == wantsKeys_) return;
+    wantsKeys_ = want;
+    p_.keyTap.setWanted(want);
+}
+
+void Glimmo::tick() {
+    const bool enabled = p_.defaults.boolValue(QStringLiteral("enabled")).value_or(true);
+    if (!enabled || !p_.ax.trusted()) {
+        why(QStringLiteral("off or no access"));
+        forgetField();
+        cancel();
+        claude.dropWarm();
+        return;
+    }
+    if (!tap) installTap();
+    claude.warmUp();
+
+    const auto front = p_.workspace.frontmost();
+    if (!front || front->pid == p_.workspace.ownPid()) return;
+    frontApp = front;
+    const QString& id = front->bundleId;
+    const bool browser = rules::isBrowser(id);
+
+    if (!browser) {
+        frontHost.reset();
+        if (!rules_.isOn(id, std::nullopt)) {
+            why(QStringLiteral("off in ") + id);
+            forgetField();
+            return;
+        }
+    }
+
+    ax::prime(p_.ax, primed, *front);
+
+    const Element appEl = p_.ax.application(front->pid);
+    const auto el = appEl ? ax::focusedElement(p_.ax, front->pid) : std::nullopt;
+    std::optional<QString> text;
+    std::optional<Range> selection;
+    if (el && ax::isTextField(p_.ax, *el)) {
+        text = ax::stringAttr(p_.ax, *el, QStringLiteral("AXValue"));
+        if (text) selection = ax::selectedRange(p_.ax, *el);
+    }
+    if (!text || !selection) {
+        why(QStringLiteral("no text field in ") + id);
+        forgetField();
+        return;
+    }
+
+    if (browser) {
+        // The page's address is read once per focused element, not on every tick.
+        if (!hostEl || !p_.ax.same(*hostEl, *el)) {
+            hostEl = *el;
+            frontHost = ax::pageHost(p_.ax, *el);
+        }
+    }
+
+    const auto kind = rules_.kindOf(id);
+    bool on;
+    if (kind && kind->locked) on = false;
+    else if (browser && frontHost) on = rules_.siteState(*frontHost).value_or(rules_.appState(id));
+    else on = rules_.appState(id);
+    if (!on) {
+        why(QStringLiteral("off on ") + (frontHost ? *frontHost : id));
+        forgetField();
+        return;
+    }
+
+    const bool unchanged = *text == lastText && lastEl && p_.ax.same(*lastEl, *el);
+    if (!unchanged) {
+        lastText = *text;
+        lastEl = *el;
+        lastChange = p_.clock.now();
+        why(QStringLiteral("typing"));
+        clearShown();
+        claude.warmUp();
+        // A paste of our own rewrite, or typing back to the text in flight, keeps the request.
+        if (!(claude.pendingText && *claude.pendingText == *text)) cancel();
+        return;
+    }
+
+    if (const auto marked = ax::markedRange(p_.ax, *el); marked && marked->length > 0) {
+        why(QStringLiteral("composing"));
+        clearShown();
+        return;
+    }
+
+    if (replies) keepReplies(*el, *selection);
+    else decide(*text, *selection, *el, *front, appEl);
+}
+
+}  // namespace engine

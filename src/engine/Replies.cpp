@@ -1,0 +1,157 @@
+// Reply drafting: three short replies for an empty message box, from the conversation on screen.
+#include <QPointer>
+
+#include "ax/Browser.h"
+#include "ax/Conversation.h"
+#include "ax/TextField.h"
+#include "engine/Glimmo.h"
+#include "engine/ReplyOptions.h"
+#include "main/Constants.h"
+#include "main/Log.h"
+
+namespace engine {
+
+using platform::Element;
+using platform::Range;
+
+namespace {
+
+constexpr double kDraftingPause = 0.4;
+constexpr qsizetype kMinimumMaterial = 20;
+constexpr qsizetype kKeyExcerpt = 300;
+
+std::optional<QString> fieldLabel(platform::Ax& ax, const Element& el) {
+    for (const char* name : {"AXDescription", "AXTitle", "AXPlaceholderValue"}) {
+        const auto value = ax::stringAttr(ax, el, QLatin1String(name));
+        if (value && !value->isEmpty()) return value;
+    }
+    return std::nullopt;
+}
+
+int keptIndex(const std::optional<Replies>& current, qsizetype count) {
+    return int(qMin<qsizetype>(count - 1, current ? current->index : 0));
+}
+
+}  // namespace
+
+void Glimmo::draftReplies(const platform::RunningApp& app, const Element& appEl, const Element& el,
+                          const QString& text, Range selection) {
+    if (selection.length > 0 || claude.requestInFlight() || draftingReplies ||
+        p_.clock.now() - lastChange < kDraftingPause)
+        return;
+
+    const bool replyApp = glimmo::replyApps().contains(app.bundleId);
+    bool gmail = false;
+    if (!replyApp && glimmo::chromiumBrowsers().contains(app.bundleId)) {
+        const auto url = ax::webAreaURL(p_.ax, el);
+        gmail = url && url->contains(ax::gmailHost);
+    }
+    if (!replyApp && !gmail) {
+        why(QStringLiteral("empty field"));
+        return;
+    }
+    const auto context = ax::replyContext(p_.ax, p_.clock, app, appEl, el, text, selection.location);
+    if (!context) return;
+    if (ax::graphemeCount(context->conversation) + ax::graphemeCount(context->quoted) <
+        kMinimumMaterial) {
+        why(QStringLiteral("nothing to reply to"));
+        return;
+    }
+
+    QString where = app.name;
+    if (gmail) where += QStringLiteral(" (Gmail)");
+    if (const auto label = fieldLabel(p_.ax, el)) where += QStringLiteral(" — ") + *label;
+    const QString key = where + u'|' + ax::lastGraphemes(context->conversation, kKeyExcerpt) +
+                        u'|' + ax::firstGraphemes(context->quoted, kKeyExcerpt);
+    if (dismissedReplies.contains(key)) return;
+
+    const auto caret = ax::bounds(p_.ax, el, selection.location);
+    if (!caret) return;
+
+    if (const auto hit = replyCache.constFind(key); hit != replyCache.constEnd()) {
+        replies = Replies{el, *hit, 0, key, *caret, false};
+        showReplyList();
+        return;
+    }
+
+    why(QStringLiteral("drafting replies"));
+    draftingReplies = true;
+    draftingKey = key;
+    claude.pendingText = text;
+    QPointer<Glimmo> self(this);
+    bubble->show(QStringLiteral("Drafting 3 replies…"), QStringLiteral("keep typing to skip"),
+                 *caret, [self] {
+                     if (self) self->apply();
+                 });
+    syncKeys();
+
+    QString body = QStringLiteral("<reply>\n<where>") + where +
+                   QStringLiteral("</where>\n<conversation>\n") + context->conversation +
+                   QStringLiteral("\n</conversation>\n");
+    if (!context->quoted.isEmpty())
+        body += QStringLiteral("<quoted>\n") + context->quoted + QStringLiteral("\n</quoted>\n");
+    body += QStringLiteral("</reply>");
+
+    const platform::Rect at = *caret;
+    claude.ask(
+        body,
+        [self, text, selection, el, key, at](const QString& partial) {
+            if (self) self->onDraftPartial(partial, text, selection, el, key, at);
+        },
+        [self, text, selection, el, key, at](const QString& answer) {
+            if (self) self->onDraftDone(answer, text, selection, el, key, at);
+        });
+}
+
+void Glimmo::onDraftPartial(const QString& partial, const QString& text, Range selection,
+                            const Element& el, const QString& key, platform::Rect caret) {
+    if (lastText != text || ax::selectedRange(p_.ax, el) != std::optional(selection)) return;
+    const QStringList options = partialReplyOptions(partial);
+    if (options.isEmpty() || (replies && replies->options.size() >= options.size())) return;
+    replies = Replies{el, options, keptIndex(replies, options.size()), key, caret,
+                      options.size() < 3};
+    showReplyList();
+}
+
+void Glimmo::onDraftDone(const QString& answer, const QString& text, Range selection,
+                         const Element& el, const QString& key, platform::Rect caret) {
+    draftingReplies = false;
+    const auto options = finalReplyOptions(answer);
+    if (!options) {
+        // Forget any partial list too, so no invisible list keeps taking Tab.
+        clearShown();
+        glimmo::log(QStringLiteral("reply options unreadable"));
+        return;
+    }
+    replyCache.insert(key, *options);
+    if (lastText == text && ax::selectedRange(p_.ax, el) == std::optional(selection)) {
+        replies = Replies{el, *options, keptIndex(replies, options->size()), key, caret, false};
+        showReplyList();
+        return;
+    }
+    clearShown();
+}
+
+void Glimmo::keepReplies(const Element& el, Range selection) {
+    if (selection.length == 0 && p_.ax.same(replies->el, el)) return;
+    clearShown();
+}
+
+void Glimmo::showReplyList() {
+    QPointer<Glimmo> self(this);
+    bubble->showReplies(replies->options, replies->index, replies->more, replies->caret,
+                        [self](int row) {
+                            if (self) self->insertReply(row);
+                        });
+    syncKeys();
+}
+
+void Glimmo::insertReply(int index) {
+    if (!replies || index < 0 || index >= replies->options.size()) return;
+    const QString option = replies->options.at(index);
+    clearShown();
+    for (const QString& line : option.split(u'\n')) cache.insert(line, QStringLiteral("="));
+    paste(option);
+}
+
+}  // namespace engine
