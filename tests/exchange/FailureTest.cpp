@@ -1,4 +1,5 @@
 // Requests that fail or are abandoned: what is logged, flagged, and never called back.
+#include <QCoreApplication>
 #include <QFile>
 
 #include "ExchangeFixture.h"
@@ -154,4 +155,28 @@ TEST_F(ExchangeTest, DestroyingTheExchangeMidRequestCallsNothingAndReapsTheChild
     EXPECT_FALSE(alive(pid));
     waitUntil([] { return false; }, 400);
     EXPECT_TRUE(outcome->done.isEmpty());
+}
+
+TEST_F(ExchangeTest, DeadProcessesAreReplacedWhileWaitingAndReportedWhileAsked) {
+    // Killed while waiting: the next request gets a fresh process, not the dead one.
+    exchange->warmUp();
+    ASSERT_TRUE(waitUntil([&] { return runs().size() == 1; }));
+    ::kill(runs()[0].toInt(), SIGKILL);
+    ASSERT_TRUE(waitUntil([&] { return !alive(runs()[0]); }));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(ask("<text>\nstill there\n</text>")->done, QStringList{"Still there."});
+    EXPECT_EQ(runs().size(), 2);
+
+    // Killed while answering, as in a crash: a failure, and nothing else is delivered.
+    script("text Part\nhang\n");
+    auto outcome = std::make_shared<Outcome>();
+    exchange->ask(
+        "<text>\nhello\n</text>", [outcome](const QString& s) { outcome->partials << s; },
+        [outcome](const QString& s) { outcome->done << s; });
+    ASSERT_TRUE(waitUntil([&] { return !outcome->partials.isEmpty(); }));
+    ::kill(runs().last().toInt(), SIGKILL);
+    ASSERT_TRUE(waitUntil([&] { return !exchange->requestInFlight(); }));
+    EXPECT_TRUE(outcome->done.isEmpty());
+    EXPECT_TRUE(exchange->claudeTrouble());
+    EXPECT_EQ(logLines().last(), "claude failed after 0.0s");
 }
