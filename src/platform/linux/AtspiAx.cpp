@@ -11,24 +11,23 @@ namespace linuxdesk {
 namespace {
 
 constexpr int kChildrenLimit = 1000;
+// The application element of a process is looked up again after this long, so that a
+// restarted application (a new bus name under a reused process id) is found.
+constexpr int kAppKeepMs = 3000;
 
 std::optional<platform::Value> str(const std::optional<QString>& s) {
     if (!s) return std::nullopt;
     return platform::Value(*s);
 }
 
-std::optional<QString> attributeOf(const AtRef& element, std::initializer_list<const char*> keys) {
-    const auto attributes = at::attributes(element);
+std::optional<QString> attributeOf(const std::optional<std::map<QString, QString>>& attributes,
+                                   std::initializer_list<const char*> keys) {
     if (!attributes) return std::nullopt;
     for (const char* key : keys) {
         auto it = attributes->find(QString::fromLatin1(key));
         if (it != attributes->end() && !it->second.isEmpty()) return it->second;
     }
     return std::nullopt;
-}
-
-bool isApplication(const AtRef& element) {
-    return at::role(element) == ATSPI_ROLE_APPLICATION;
 }
 
 }  // namespace
@@ -56,11 +55,20 @@ std::optional<qint64> AtspiAx::pidOf(const AtRef& application) {
 
 platform::Element AtspiAx::application(qint64 pid) {
     if (!connect()) return nullptr;
+    if (auto it = appByPid_.find(pid); it != appByPid_.end()) {
+        if (it->second.age.elapsed() < kAppKeepMs) return AtElement::wrap(it->second.app);
+        appByPid_.erase(it);
+    }
     const AtRef desktop = at::desktop();
     const int count = at::childCount(desktop).value_or(0);
     for (int i = 0; i < count; ++i) {
         AtRef app = at::child(desktop, i);
-        if (app && pidOf(app) == pid) return AtElement::wrap(app);
+        if (app && pidOf(app) == pid) {
+            KnownApp& known = appByPid_[pid];
+            known.app = app;
+            known.age.start();
+            return AtElement::wrap(app);
+        }
     }
     if (reportedNoTree_.insert(pid).second)
         glimmo::log(QStringLiteral("no accessibility tree from process %1").arg(pid));
@@ -80,7 +88,7 @@ AtRef AtspiAx::focusedWindow(const AtRef& application) {
     const int count = std::min(at::childCount(application).value_or(0), kChildrenLimit);
     for (int i = 0; i < count; ++i) {
         AtRef w = at::child(application, i);
-        const auto role = at::role(w);
+        const auto role = cache_.role(w);
         const auto s = at::states(w);
         if (role && isWindowRole(*role) && s && s->active) return w;
     }
@@ -95,22 +103,36 @@ std::optional<platform::Value> AtspiAx::attribute(const platform::Element& eleme
 }
 
 std::optional<platform::Value> AtspiAx::read(const AtRef& e, const QString& name) {
-    if (name == QLatin1String("AXRole")) return str(axRole(e));
-    if (name == QLatin1String("AXSubrole")) return str(axSubrole(e));
-    if (name == QLatin1String("AXValue")) return str(axtext::value(e));
+    if (name == QLatin1String("AXRole")) {
+        const auto role = cache_.role(e);
+        if (!role) return std::nullopt;
+        const bool texty = isTextRole(*role) || *role == ATSPI_ROLE_COMBO_BOX;
+        return platform::Value(axRole(*role, texty ? cache_.states(e) : std::nullopt,
+                                      texty && cache_.hasText(e)));
+    }
+    if (name == QLatin1String("AXSubrole")) {
+        const auto role = cache_.role(e);
+        if (!role) return std::nullopt;
+        return str(axSubrole(*role, isTextRole(*role) ? cache_.attributes(e) : std::nullopt));
+    }
+    if (name == QLatin1String("AXValue")) return str(cache_.text(e));
     if (name == QLatin1String("AXSelectedTextRange")) {
-        const auto r = axtext::selectedRange(e, unitOf(e));
+        const auto text = cache_.text(e);
+        const auto r = text ? axtext::selectedRange(e, *text, unitOf(e)) : std::nullopt;
         return r ? std::optional<platform::Value>(*r) : std::nullopt;
     }
-    if (name == QLatin1String("AXSelectedText")) return str(axtext::selectedText(e, unitOf(e)));
-    if (name == QLatin1String("AXTitle")) return str(at::name(e));
-    if (name == QLatin1String("AXDescription")) return str(at::description(e));
+    if (name == QLatin1String("AXSelectedText")) {
+        const auto text = cache_.text(e);
+        return text ? str(axtext::selectedText(e, *text, unitOf(e))) : std::nullopt;
+    }
+    if (name == QLatin1String("AXTitle")) return str(cache_.name(e));
+    if (name == QLatin1String("AXDescription")) return str(cache_.description(e));
     if (name == QLatin1String("AXIdentifier")) {
-        const auto id = at::accessibleId(e);
+        const auto id = cache_.accessibleId(e);
         return id && !id->isEmpty() ? str(id) : std::nullopt;
     }
     if (name == QLatin1String("AXPlaceholderValue"))
-        return str(attributeOf(e, {"placeholder-text", "placeholder"}));
+        return str(attributeOf(cache_.attributes(e), {"placeholder-text", "placeholder"}));
     if (name == QLatin1String("AXPosition") || name == QLatin1String("AXSize")) {
         const auto r = at::extents(e);
         if (!r) return std::nullopt;
@@ -120,7 +142,7 @@ std::optional<platform::Value> AtspiAx::read(const AtRef& e, const QString& name
     if (name == QLatin1String("AXParent")) {
         AtRef p = at::parent(e);
         // The desktop above an application is no element of that application.
-        if (!p || at::role(p) == ATSPI_ROLE_DESKTOP_FRAME) return std::nullopt;
+        if (!p || cache_.role(p) == ATSPI_ROLE_DESKTOP_FRAME) return std::nullopt;
         return platform::Value(AtElement::wrap(p));
     }
     if (name == QLatin1String("AXChildren")) {
@@ -132,12 +154,12 @@ std::optional<platform::Value> AtspiAx::read(const AtRef& e, const QString& name
         return platform::Value(list);
     }
     if (name == QLatin1String("AXFocusedUIElement")) {
-        if (!isApplication(e)) return std::nullopt;
+        if (cache_.role(e) != ATSPI_ROLE_APPLICATION) return std::nullopt;
         AtRef f = focus_.focused(e);
         return f ? std::optional<platform::Value>(AtElement::wrap(f)) : std::nullopt;
     }
     if (name == QLatin1String("AXFocusedWindow")) {
-        if (!isApplication(e)) return std::nullopt;
+        if (cache_.role(e) != ATSPI_ROLE_APPLICATION) return std::nullopt;
         AtRef w = focusedWindow(e);
         return w ? std::optional<platform::Value>(AtElement::wrap(w)) : std::nullopt;
     }
@@ -156,7 +178,8 @@ std::optional<platform::Value> AtspiAx::parameterized(const platform::Element& e
     const AtRef ref = AtElement::unwrap(element);
     const auto* range = std::get_if<platform::Range>(&parameter);
     if (!ref || !range || name != QLatin1String("AXBoundsForRange")) return std::nullopt;
-    const auto r = axtext::boundsForRange(ref, *range, unitOf(ref));
+    const auto text = cache_.text(ref);
+    const auto r = text ? axtext::boundsForRange(ref, *text, *range, unitOf(ref)) : std::nullopt;
     return r ? std::optional<platform::Value>(*r) : std::nullopt;
 }
 
@@ -171,7 +194,9 @@ bool AtspiAx::setAttribute(const platform::Element& element, const QString& name
         return true;
     if (name == QLatin1String("AXSelectedTextRange")) {
         const auto* range = std::get_if<platform::Range>(&value);
-        return range && axtext::setSelectedRange(ref, *range, unitOf(ref));
+        const auto text = range ? at::text(ref) : std::nullopt;
+        cache_.forgetText();
+        return text && axtext::setSelectedRange(ref, *text, *range, unitOf(ref));
     }
     return false;
 }

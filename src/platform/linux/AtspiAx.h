@@ -2,6 +2,7 @@
 // platform::Ax over AT-SPI2. Attribute names are translated here; see AxRoles for roles and
 // AxText for the text attributes. Every call answers absent when the application does not.
 
+#include <QElapsedTimer>
 #include <QString>
 #include <map>
 #include <set>
@@ -9,6 +10,7 @@
 #include "platform/Ax.h"
 #include "platform/linux/A11yBus.h"
 #include "platform/linux/AtRef.h"
+#include "platform/linux/ElementCache.h"
 #include "platform/linux/FocusTracker.h"
 #include "platform/linux/TextOffsets.h"
 
@@ -39,8 +41,15 @@ private:
     std::optional<platform::Value> read(const AtRef& element, const QString& name);
     AtRef focusedWindow(const AtRef& application);
 
+    struct KnownApp {
+        AtRef app;
+        QElapsedTimer age;
+    };
+
     A11yBus bus_;
     FocusTracker focus_;
+    ElementCache cache_;
+    std::map<qint64, KnownApp> appByPid_;
     bool connected_ = false;
     std::map<QString, qint64> pidByBus_;
     std::map<QString, OffsetUnit> unitByBus_;

@@ -2,11 +2,14 @@
 
 #include <QStringList>
 
-#include "platform/linux/Atspi.h"
 
 namespace linuxdesk {
 
 namespace {
+
+QString editableRole(AtspiRole role, const at::States& s);
+
+}  // namespace
 
 bool isTextRole(AtspiRole role) {
     switch (role) {
@@ -25,6 +28,8 @@ bool isTextRole(AtspiRole role) {
     }
 }
 
+namespace {
+
 QString editableRole(AtspiRole role, const at::States& s) {
     if (s.multiLine) return QStringLiteral("AXTextArea");
     if (s.singleLine) return QStringLiteral("AXTextField");
@@ -41,10 +46,8 @@ bool isWindowRole(AtspiRole role) {
            role == ATSPI_ROLE_ALERT || role == ATSPI_ROLE_FILE_CHOOSER;
 }
 
-std::optional<QString> axRole(const AtRef& element) {
-    const auto role = at::role(element);
-    if (!role) return std::nullopt;
-    switch (*role) {
+QString axRole(AtspiRole role, const std::optional<at::States>& s, bool hasText) {
+    switch (role) {
         case ATSPI_ROLE_PASSWORD_TEXT:
             return QStringLiteral("AXSecureTextField");
         case ATSPI_ROLE_DOCUMENT_WEB:
@@ -60,34 +63,28 @@ std::optional<QString> axRole(const AtRef& element) {
             return QStringLiteral("AXButton");
         case ATSPI_ROLE_LINK:
             return QStringLiteral("AXLink");
-        case ATSPI_ROLE_COMBO_BOX: {
-            const auto s = at::states(element);
+        case ATSPI_ROLE_COMBO_BOX:
             return s && s->editable && !s->readOnly ? QStringLiteral("AXComboBox")
                                                     : QStringLiteral("AXPopUpButton");
-        }
         default:
             break;
     }
-    if (isWindowRole(*role)) return QStringLiteral("AXWindow");
-    if (isTextRole(*role)) {
-        const auto s = at::states(element);
-        if (s && s->editable && !s->readOnly && at::hasText(element))
-            return editableRole(*role, *s);
-        return *role == ATSPI_ROLE_ENTRY || *role == ATSPI_ROLE_TEXT
+    if (isWindowRole(role)) return QStringLiteral("AXWindow");
+    if (isTextRole(role)) {
+        if (s && s->editable && !s->readOnly && hasText) return editableRole(role, *s);
+        return role == ATSPI_ROLE_ENTRY || role == ATSPI_ROLE_TEXT
                    ? QStringLiteral("AXStaticText")
                    : QStringLiteral("AXGroup");
     }
     return QStringLiteral("AXGroup");
 }
 
-std::optional<QString> axSubrole(const AtRef& element) {
-    const auto role = at::role(element);
-    if (!role) return std::nullopt;
-    if (*role == ATSPI_ROLE_PASSWORD_TEXT) return QStringLiteral("AXSecureTextField");
-    if (!isTextRole(*role)) return std::nullopt;
+std::optional<QString> axSubrole(AtspiRole role,
+                                 const std::optional<std::map<QString, QString>>& attributes) {
+    if (role == ATSPI_ROLE_PASSWORD_TEXT) return QStringLiteral("AXSecureTextField");
+    if (!isTextRole(role)) return std::nullopt;
     // Browsers say what an input is for in its object attributes (the HTML input type and
     // the ARIA role); GTK and Qt have no search role of their own.
-    const auto attributes = at::attributes(element);
     if (!attributes) return std::nullopt;
     auto value = [&](const char* key) {
         auto it = attributes->find(QString::fromLatin1(key));

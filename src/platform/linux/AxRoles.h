@@ -4,15 +4,20 @@
 // reads as static text, so the engine never offers to rewrite it.
 
 #include <QString>
+#include <map>
 #include <optional>
 
-#include "platform/linux/AtRef.h"
+#include "platform/linux/Atspi.h"
 
 namespace linuxdesk {
 
-std::optional<QString> axRole(const AtRef& element);
+// states: absent when they could not be read (then no text field role is given).
+QString axRole(AtspiRole role, const std::optional<at::States>& states, bool hasText);
 // "AXSearchField" for search entries, "AXSecureTextField" for password entries; else absent.
-std::optional<QString> axSubrole(const AtRef& element);
+std::optional<QString> axSubrole(AtspiRole role,
+                                 const std::optional<std::map<QString, QString>>& attributes);
+// Whether the subrole depends on the object attributes (so they are worth reading).
+bool isTextRole(AtspiRole role);
 // Frames, windows and dialogs: what "AXFocusedWindow" can answer.
 bool isWindowRole(AtspiRole role);
 

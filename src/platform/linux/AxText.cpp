@@ -4,37 +4,30 @@
 
 namespace linuxdesk::axtext {
 
-std::optional<QString> value(const AtRef& element) { return at::text(element); }
-
-std::optional<platform::Range> selectedRange(const AtRef& element, OffsetUnit unit) {
-    const auto text = at::text(element);
-    if (!text) return std::nullopt;
+std::optional<platform::Range> selectedRange(const AtRef& element, const QString& text,
+                                             OffsetUnit unit) {
     if (const auto sel = at::selection(element)) {
-        const qint64 start = toUtf16(*text, sel->first, unit);
-        const qint64 end = toUtf16(*text, sel->second, unit);
+        const qint64 start = toUtf16(text, sel->first, unit);
+        const qint64 end = toUtf16(text, sel->second, unit);
         return platform::Range{start, end - start};
     }
     const auto caret = at::caret(element);
     if (!caret) return std::nullopt;
-    return platform::Range{toUtf16(*text, *caret, unit), 0};
+    return platform::Range{toUtf16(text, *caret, unit), 0};
 }
 
-std::optional<QString> selectedText(const AtRef& element, OffsetUnit unit) {
-    const auto text = at::text(element);
-    if (!text) return std::nullopt;
+std::optional<QString> selectedText(const AtRef& element, const QString& text, OffsetUnit unit) {
     const auto sel = at::selection(element);
     if (!sel) return at::caret(element) ? std::optional<QString>(QString()) : std::nullopt;
-    const qint64 start = toUtf16(*text, sel->first, unit);
-    const qint64 end = toUtf16(*text, sel->second, unit);
-    return text->mid(start, end - start);
+    const qint64 start = toUtf16(text, sel->first, unit);
+    const qint64 end = toUtf16(text, sel->second, unit);
+    return text.mid(start, end - start);
 }
 
-std::optional<platform::Rect> boundsForRange(const AtRef& element, const platform::Range& range,
-                                             OffsetUnit unit) {
-    const auto text = at::text(element);
-    if (!text) return std::nullopt;
-    const int start = int(fromUtf16(*text, range.location, unit));
-    const int end = int(fromUtf16(*text, range.end(), unit));
+std::optional<platform::Rect> boundsForRange(const AtRef& element, const QString& text,
+                                             const platform::Range& range, OffsetUnit unit) {
+    const int start = int(fromUtf16(text, range.location, unit));
+    const int end = int(fromUtf16(text, range.end(), unit));
     if (end > start) {
         auto r = at::rangeExtents(element, start, end);
         if (r && r->height > 0) return r;
@@ -57,12 +50,11 @@ std::optional<platform::Rect> boundsForRange(const AtRef& element, const platfor
     return std::nullopt;
 }
 
-bool setSelectedRange(const AtRef& element, const platform::Range& range, OffsetUnit unit) {
-    const auto text = at::text(element);
-    if (!text || range.location < 0 || range.length < 0 || range.end() > text->size())
-        return false;
-    const int start = int(fromUtf16(*text, range.location, unit));
-    const int end = int(fromUtf16(*text, range.end(), unit));
+bool setSelectedRange(const AtRef& element, const QString& text, const platform::Range& range,
+                      OffsetUnit unit) {
+    if (range.location < 0 || range.length < 0 || range.end() > text.size()) return false;
+    const int start = int(fromUtf16(text, range.location, unit));
+    const int end = int(fromUtf16(text, range.end(), unit));
     if (end == start) return at::setCaret(element, start);
     return at::setSelection(element, start, end);
 }

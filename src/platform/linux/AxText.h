@@ -10,14 +10,17 @@
 
 namespace linuxdesk::axtext {
 
-std::optional<QString> value(const AtRef& element);
+// Each takes the element's current text, which the offsets are converted against.
+
 // The selection, else the caret as an empty range.
-std::optional<platform::Range> selectedRange(const AtRef& element, OffsetUnit unit);
-std::optional<QString> selectedText(const AtRef& element, OffsetUnit unit);
-// Screen rectangle of a range; an empty range gives a caret-wide rectangle at its place.
-std::optional<platform::Rect> boundsForRange(const AtRef& element, const platform::Range& range,
+std::optional<platform::Range> selectedRange(const AtRef& element, const QString& text,
                                              OffsetUnit unit);
+std::optional<QString> selectedText(const AtRef& element, const QString& text, OffsetUnit unit);
+// Screen rectangle of a range; an empty range gives a caret-wide rectangle at its place.
+std::optional<platform::Rect> boundsForRange(const AtRef& element, const QString& text,
+                                             const platform::Range& range, OffsetUnit unit);
 // A selection, or the caret for an empty range. True when the application accepted it.
-bool setSelectedRange(const AtRef& element, const platform::Range& range, OffsetUnit unit);
+bool setSelectedRange(const AtRef& element, const QString& text, const platform::Range& range,
+                      OffsetUnit unit);
 
 }  // namespace linuxdesk::axtext

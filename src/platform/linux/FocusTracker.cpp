@@ -15,6 +15,8 @@ constexpr int kSearchBudget = 2500;
 constexpr int kChildrenLimit = 300;
 // How often one application's tree may be searched while nothing in it has the focus.
 constexpr int kSearchIntervalMs = 1000;
+// How long an element reported focused by its own event is believed without asking.
+constexpr int kCheckIntervalMs = 1000;
 
 }  // namespace
 
@@ -58,6 +60,7 @@ void FocusTracker::heard(AtspiEvent* event) {
     Entry& entry = byBus_[bus];
     if (event->detail1) {
         entry.element = source;
+        entry.lastCheck.start();
     } else if (entry.element && at::path(entry.element) == at::path(source)) {
         entry.element = AtRef();
     }
@@ -68,13 +71,19 @@ AtRef FocusTracker::focused(const AtRef& application) {
     if (bus.isEmpty()) return {};
     Entry& entry = byBus_[bus];
     if (entry.element) {
+        if (entry.lastCheck.isValid() && entry.lastCheck.elapsed() < kCheckIntervalMs)
+            return entry.element;
         const auto s = at::states(entry.element);
-        if (s && s->focused && !s->defunct) return entry.element;
+        if (s && s->focused && !s->defunct) {
+            entry.lastCheck.start();
+            return entry.element;
+        }
         entry.element = AtRef();
     }
     if (entry.lastSearch.isValid() && entry.lastSearch.elapsed() < kSearchIntervalMs) return {};
     entry.lastSearch.start();
     entry.element = search(application);
+    if (entry.element) entry.lastCheck.start();
     return entry.element;
 }
 

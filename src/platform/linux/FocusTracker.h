@@ -34,6 +34,7 @@ private:
     struct Entry {
         AtRef element;
         QElapsedTimer lastSearch;
+        QElapsedTimer lastCheck;  // when the element's focused state was last confirmed
     };
     std::map<QString, Entry> byBus_;  // bus name of the application -> its focus
     AtspiEventListener* listener_ = nullptr;

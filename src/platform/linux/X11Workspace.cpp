@@ -62,8 +62,13 @@ std::optional<platform::RunningApp> X11Workspace::frontmost() {
     const auto active =
         x11::windowProperty(display_, DefaultRootWindow(display_), "_NET_ACTIVE_WINDOW");
     if (!active) return std::nullopt;
+    // Window ids are reused only after a window is gone; a few seconds bound that risk.
+    if (last_.window == *active && last_.app && last_.age.elapsed() < 5000) return last_.app;
     auto app = appOf(*active);
     x11::takeError();
+    last_.window = *active;
+    last_.app = app;
+    last_.age.start();
     return app;
 }
 

@@ -2,6 +2,8 @@
 // platform::Workspace on an X11 session (XWayland included): the active window says which
 // application is frontmost; desktop entries give names, icons and launches.
 
+#include <QElapsedTimer>
+
 #include "platform/Workspace.h"
 #include "platform/linux/AppIdentity.h"
 #include "platform/linux/DesktopEntries.h"
@@ -33,7 +35,16 @@ private:
     std::optional<platform::RunningApp> appOf(unsigned long window);
     std::optional<DesktopEntry> entryFor(const QString& bundleId);
 
+    // The active window's application, kept while the same window stays active: the window's
+    // process and class never change, and asking costs three round trips on every poll.
+    struct Last {
+        unsigned long window = 0;
+        std::optional<platform::RunningApp> app;
+        QElapsedTimer age;
+    };
+
     _XDisplay* display_ = nullptr;
+    Last last_;
     DesktopEntries entries_;
     AppIdentity identity_{entries_};
 };
