@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QStringList>
 
+#include "shell/Launch.h"
 #include "shell/Modes.h"
 
 namespace shell {
@@ -18,9 +19,15 @@ int run(int argc, char** argv) {
         return runHeadlessMode(*mode, args);
     }
 
+    // Images of the views can be drawn without any display.
+    const bool display =
+        qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+    if (!display && flagValue(args, QStringLiteral("-snapshotUI")))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+
     QApplication app(argc, argv);
     if (const auto status = runGuiMode(args)) return *status;
-    return 0;
+    return runNormalLaunch();
 }
 
 }  // namespace shell

@@ -6,6 +6,7 @@
 #include "platform/JsonDefaults.h"
 #include "rules/AppRules.h"
 #include "rules/RulesCheck.h"
+#include "shell/SnapshotUI.h"
 
 namespace shell {
 
@@ -54,7 +55,9 @@ int runHeadlessMode(Mode mode, const QStringList&) {
     return 0;
 }
 
-std::optional<int> runGuiMode(const QStringList&) {
+std::optional<int> runGuiMode(const QStringList& args) {
+    if (const auto folder = flagValue(args, QStringLiteral("-snapshotUI")))
+        return runSnapshotUI(*folder);
     return std::nullopt;
 }
 
