@@ -1,6 +1,5 @@
 #include "platform/linux/Desktop.h"
 
-#include "main/Log.h"
 #include "platform/linux/AtspiAx.h"
 #include "platform/linux/LinuxInputSource.h"
 #include "platform/linux/QtClipboard.h"
@@ -21,11 +20,7 @@ struct Desktop::Parts {
     LinuxInputSource inputSource;
 };
 
-Desktop::Desktop() : parts_(std::make_unique<Parts>()) {
-    if (!parts_->keyboard.available())
-        glimmo::log(QStringLiteral("no X display: keys, the keyboard tap and the frontmost "
-                                   "application are unavailable (Wayland-only session?)"));
-}
+Desktop::Desktop() : parts_(std::make_unique<Parts>()) {}
 
 Desktop::~Desktop() = default;
 
