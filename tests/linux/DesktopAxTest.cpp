@@ -21,22 +21,8 @@ struct AxOnEditor : ::testing::Test {
     testsupport::TempHome home;  // the backend logs
     linuxdesk::AtspiAx ax;
 
-    Element focusedOf(qint64 pid) {
-        Element field;
-        waitUntil([&] {
-            Element app = ax.application(pid);
-            if (!app) return false;
-            auto f = ax.attribute(app, "AXFocusedUIElement");
-            if (!f) return false;
-            field = std::get<Element>(*f);
-            return true;
-        }, 10000);
-        return field;
-    }
-    QString string(const Element& e, const char* name) {
-        auto v = ax.attribute(e, name);
-        return v && std::holds_alternative<QString>(*v) ? std::get<QString>(*v) : QString("<absent>");
-    }
+    Element focusedOf(qint64 pid) { return desktop::focusedElement(ax, pid); }
+    QString string(const Element& e, const char* name) { return desktop::string(ax, e, name); }
     std::optional<Range> range(const Element& e) {
         auto v = ax.attribute(e, "AXSelectedTextRange");
         if (!v || !std::holds_alternative<Range>(*v)) return std::nullopt;

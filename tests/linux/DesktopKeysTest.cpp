@@ -20,23 +20,9 @@ struct KeysOnEditor : ::testing::Test {
     linuxdesk::AtspiAx ax;
     linuxdesk::XTestKeyboard keyboard;
 
-    Element field(const GtkEditor& editor) {
-        Element f;
-        waitUntil([&] {
-            auto v = ax.attribute(ax.application(editor.pid()), "AXFocusedUIElement");
-            if (v) f = std::get<Element>(*v);
-            return f != nullptr;
-        }, 10000);
-        return f;
-    }
-    QString value(const Element& f) {
-        auto v = ax.attribute(f, "AXValue");
-        return v ? std::get<QString>(*v) : QString("<absent>");
-    }
-    QString selected(const Element& f) {
-        auto v = ax.attribute(f, "AXSelectedText");
-        return v ? std::get<QString>(*v) : QString("<absent>");
-    }
+    Element field(const GtkEditor& editor) { return desktop::focusedElement(ax, editor.pid()); }
+    QString value(const Element& f) { return desktop::string(ax, f, "AXValue"); }
+    QString selected(const Element& f) { return desktop::string(ax, f, "AXSelectedText"); }
     Range range(const Element& f) {
         auto v = ax.attribute(f, "AXSelectedTextRange");
         return v ? std::get<Range>(*v) : Range{-1, -1};

@@ -1,0 +1,53 @@
+#pragma once
+// Small helpers for the tests on the virtual desktop.
+
+#include <QProcess>
+#include <QStringList>
+#include <variant>
+
+#include "TempHome.h"
+#include "platform/Ax.h"
+
+namespace desktop {
+
+// Runs xdotool with these arguments and waits for it.
+inline int xdotool(const QStringList& args) { return QProcess::execute("xdotool", args); }
+
+// Runs a program while this process's event loop keeps going (it may have to serve the
+// clipboard to that very program); returns its standard output.
+inline QString runServing(const QString& program, const QStringList& args) {
+    QProcess p;
+    p.start(program, args);
+    testsupport::waitUntil([&] { return p.state() == QProcess::NotRunning; }, 15000);
+    return QString::fromUtf8(p.readAllStandardOutput());
+}
+
+// What another application finds on the clipboard, as the GTK editor reports it:
+// "targets ...", "text ...", and "image WxH" when there is an image.
+inline QString foreignClipboard() {
+    return runServing(qEnvironmentVariable("GLIMMO_GTK_EDITOR"), {"--print-clipboard"});
+}
+
+// The focused element of a process, waited for; null when none appears in time.
+inline platform::Element focusedElement(platform::Ax& ax, qint64 pid, int timeoutMs = 10000) {
+    platform::Element found;
+    testsupport::waitUntil(
+        [&] {
+            const platform::Element app = ax.application(pid);
+            const auto f = app ? ax.attribute(app, "AXFocusedUIElement") : std::nullopt;
+            if (f && std::holds_alternative<platform::Element>(*f))
+                found = std::get<platform::Element>(*f);
+            return found != nullptr;
+        },
+        timeoutMs);
+    return found;
+}
+
+// A string attribute, or "<absent>" (reads well in a failure message).
+inline QString string(platform::Ax& ax, const platform::Element& e, const char* name) {
+    const auto v = ax.attribute(e, name);
+    return v && std::holds_alternative<QString>(*v) ? std::get<QString>(*v)
+                                                    : QStringLiteral("<absent>");
+}
+
+}  // namespace desktop
