@@ -18,8 +18,8 @@
 
 #include "ax/Browser.h"
 #include "ax/TextField.h"
-#include "platform/linux/Desktop.h"
 #include "platform/linux/AtspiAx.h"
+#include "platform/linux/Desktop.h"
 #include "platform/linux/X11Workspace.h"
 
 namespace {
@@ -41,7 +41,8 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "xcb");
     QApplication app(argc, argv);
     QString text;
-    for (int i = 0; i < 20; ++i) text += "A paragraph of ordinary length that someone is writing.\n";
+    for (int i = 0; i < 20; ++i)
+        text += "A paragraph of ordinary length that someone is writing.\n";
     QProcess editor;
     editor.start(GLIMMO_GTK_EDITOR, {"--text", text});
     editor.waitForStarted();

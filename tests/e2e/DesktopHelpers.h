@@ -11,7 +11,9 @@
 namespace desktop {
 
 // Runs xdotool with these arguments and waits for it.
-inline int xdotool(const QStringList& args) { return QProcess::execute("xdotool", args); }
+inline int xdotool(const QStringList& args) {
+    return QProcess::execute("xdotool", args);
+}
 
 // Runs a program while this process's event loop keeps going (it may have to serve the
 // clipboard to that very program); returns its standard output.

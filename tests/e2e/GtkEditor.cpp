@@ -25,8 +25,7 @@ GtkEditor::~GtkEditor() {
 }
 
 void GtkEditor::drain() {
-    while (process_.canReadLine())
-        lines_ << QString::fromUtf8(process_.readLine()).trimmed();
+    while (process_.canReadLine()) lines_ << QString::fromUtf8(process_.readLine()).trimmed();
 }
 
 QStringList GtkEditor::keys() {

@@ -42,11 +42,15 @@ TEST_F(AxOnEditor, ReadsAndSelectsInATextViewWithEmojiAndCjk) {
     EXPECT_EQ(string(field, "AXRole"), "AXTextArea");
     EXPECT_EQ(string(field, "AXValue"), kText);
     EXPECT_TRUE(ax.same(field, std::get<Element>(*ax.attribute(ax.application(editor.pid()),
-                                                                "AXFocusedUIElement"))));
+                                                               "AXFocusedUIElement"))));
 
     // "\U0001F600 world" starts at 6 and spans 2 + 6 UTF-16 units.
     ASSERT_TRUE(ax.setAttribute(field, "AXSelectedTextRange", Range{6, 8}));
-    ASSERT_TRUE(waitUntil([&] { return range(field) == Range{6, 8}; }, 2000))
+    ASSERT_TRUE(waitUntil(
+        [&] {
+            return range(field) == Range{6, 8};
+        },
+        2000))
         << range(field).value_or(Range{-1, -1}).location;
     EXPECT_EQ(string(field, "AXSelectedText"), QStringLiteral("\U0001F600 world"));
 
@@ -111,12 +115,14 @@ TEST_F(AxOnEditor, EntryAndPasswordRolesAndFocusEvents) {
     const int heard = ax.focus().eventsHeard();
     desktop::xdotool({"key", "Tab"});
     ASSERT_TRUE(waitUntil([&] { return ax.focus().eventsHeard() > heard; }, 5000));
-    ASSERT_TRUE(waitUntil([&] {
-        auto f = ax.attribute(ax.application(editor.pid()), "AXFocusedUIElement");
-        return f && string(std::get<Element>(*f), "AXRole") == "AXSecureTextField";
-    }, 5000));
-    auto password = std::get<Element>(*ax.attribute(ax.application(editor.pid()),
-                                                    "AXFocusedUIElement"));
+    ASSERT_TRUE(waitUntil(
+        [&] {
+            auto f = ax.attribute(ax.application(editor.pid()), "AXFocusedUIElement");
+            return f && string(std::get<Element>(*f), "AXRole") == "AXSecureTextField";
+        },
+        5000));
+    auto password =
+        std::get<Element>(*ax.attribute(ax.application(editor.pid()), "AXFocusedUIElement"));
     EXPECT_EQ(string(password, "AXSubrole"), "AXSecureTextField");
     EXPECT_FALSE(ax.same(entry, password));
 }

@@ -15,10 +15,12 @@ namespace {
 
 std::optional<platform::RunningApp> frontmostIs(linuxdesk::X11Workspace& ws, qint64 pid) {
     std::optional<platform::RunningApp> app;
-    waitUntil([&] {
-        app = ws.frontmost();
-        return app && app->pid == pid;
-    }, 5000);
+    waitUntil(
+        [&] {
+            app = ws.frontmost();
+            return app && app->pid == pid;
+        },
+        5000);
     return app;
 }
 

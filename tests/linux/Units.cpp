@@ -58,8 +58,9 @@ TEST(DesktopEntry, LocalizedNameAndOnlyApplications) {
     EXPECT_EQ(parseDesktopEntry(text, "x", "de_AT")->name, "Texteditor (AT)");
     EXPECT_EQ(parseDesktopEntry(text, "x", "fr_FR")->name, "Text Editor");
     EXPECT_FALSE(parseDesktopEntry("[Desktop Entry]\nType=Link\nName=Site\n", "x", ""));
-    EXPECT_TRUE(parseDesktopEntry("[Desktop Entry]\nType=Application\nName=A\nNoDisplay=true\n",
-                                  "x", "")->hidden);
+    EXPECT_TRUE(
+        parseDesktopEntry("[Desktop Entry]\nType=Application\nName=A\nNoDisplay=true\n", "x", "")
+            ->hidden);
 }
 
 TEST(AppIds, LinuxNamesResolveToTheCatalogue) {

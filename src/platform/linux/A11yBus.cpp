@@ -30,9 +30,8 @@ bool A11yBus::enabled() {
 bool A11yBus::query() {
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) return false;
-    QDBusMessage address = QDBusMessage::createMethodCall(kService, kPath,
-                                                          QStringLiteral("org.a11y.Bus"),
-                                                          QStringLiteral("GetAddress"));
+    QDBusMessage address = QDBusMessage::createMethodCall(
+        kService, kPath, QStringLiteral("org.a11y.Bus"), QStringLiteral("GetAddress"));
     QDBusReply<QString> where = bus.call(address, QDBus::Block, kCallTimeoutMs);
     if (!where.isValid() || where.value().isEmpty()) return false;
     QDBusMessage get =

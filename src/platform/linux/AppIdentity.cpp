@@ -19,7 +19,8 @@ QByteArray readProc(qint64 pid, const char* file) {
 
 QString AppIdentity::flatpakId(qint64 pid) {
     // Flatpak puts each application in a scope named after it.
-    static const QRegularExpression scope(QStringLiteral("app-flatpak-([A-Za-z0-9_.]+)-\\d+\\.scope"));
+    static const QRegularExpression scope(
+        QStringLiteral("app-flatpak-([A-Za-z0-9_.]+)-\\d+\\.scope"));
     const auto m = scope.match(QString::fromUtf8(readProc(pid, "cgroup")));
     return m.hasMatch() ? m.captured(1) : QString();
 }
@@ -30,8 +31,8 @@ QString AppIdentity::snapName(qint64 pid) {
     return m.hasMatch() ? m.captured(1) : QString();
 }
 
-std::optional<DesktopEntry> AppIdentity::entryFor(const WindowFacts& facts,
-                                                  const QString& flatpak, const QString& snap) {
+std::optional<DesktopEntry> AppIdentity::entryFor(const WindowFacts& facts, const QString& flatpak,
+                                                  const QString& snap) {
     if (auto e = entries_.byId(facts.gtkAppId)) return e;
     if (auto e = entries_.byId(flatpak)) return e;
     if (!snap.isEmpty())

@@ -73,7 +73,7 @@ QString busName(const AtRef& a) {
     if (!a) return {};
     auto* object = reinterpret_cast<AtspiObject*>(a.get());
     return object->app && object->app->bus_name ? QString::fromUtf8(object->app->bus_name)
-                                                 : QString();
+                                                : QString();
 }
 
 QString path(const AtRef& a) {
@@ -174,14 +174,18 @@ std::optional<int> childCount(const AtRef& a) {
 
 AtRef child(const AtRef& a, int index) {
     if (!a) return {};
-    auto c = guarded(
-        [&](GError** e) { return atspi_accessible_get_child_at_index(a.get(), index, e); });
+    auto c =
+        guarded([&](GError** e) { return atspi_accessible_get_child_at_index(a.get(), index, e); });
     return c ? AtRef::adopt(*c) : AtRef();
 }
 
-AtRef desktop() { return AtRef::adopt(atspi_get_desktop(0)); }
+AtRef desktop() {
+    return AtRef::adopt(atspi_get_desktop(0));
+}
 
-bool hasText(const AtRef& a) { return textOf(a).p != nullptr; }
+bool hasText(const AtRef& a) {
+    return textOf(a).p != nullptr;
+}
 
 std::optional<QString> text(const AtRef& a) {
     auto t = textOf(a);

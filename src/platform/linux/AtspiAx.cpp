@@ -39,9 +39,13 @@ bool AtspiAx::connect() {
     return connected_;
 }
 
-bool AtspiAx::trusted() { return bus_.enabled() && connect(); }
+bool AtspiAx::trusted() {
+    return bus_.enabled() && connect();
+}
 
-void AtspiAx::requestTrust() { bus_.enable(); }
+void AtspiAx::requestTrust() {
+    bus_.enable();
+}
 
 std::optional<qint64> AtspiAx::pidOf(const AtRef& application) {
     const QString bus = at::busName(application);
@@ -107,8 +111,8 @@ std::optional<platform::Value> AtspiAx::read(const AtRef& e, const QString& name
         const auto role = cache_.role(e);
         if (!role) return std::nullopt;
         const bool texty = isTextRole(*role) || *role == ATSPI_ROLE_COMBO_BOX;
-        return platform::Value(axRole(*role, texty ? cache_.states(e) : std::nullopt,
-                                      texty && cache_.hasText(e)));
+        return platform::Value(
+            axRole(*role, texty ? cache_.states(e) : std::nullopt, texty && cache_.hasText(e)));
     }
     if (name == QLatin1String("AXSubrole")) {
         const auto role = cache_.role(e);
@@ -136,7 +140,8 @@ std::optional<platform::Value> AtspiAx::read(const AtRef& e, const QString& name
     if (name == QLatin1String("AXPosition") || name == QLatin1String("AXSize")) {
         const auto r = at::extents(e);
         if (!r) return std::nullopt;
-        if (name == QLatin1String("AXPosition")) return platform::Value(platform::Point{r->x, r->y});
+        if (name == QLatin1String("AXPosition"))
+            return platform::Value(platform::Point{r->x, r->y});
         return platform::Value(platform::Size{r->width, r->height});
     }
     if (name == QLatin1String("AXParent")) {

@@ -2,7 +2,6 @@
 
 #include <QStringList>
 
-
 namespace linuxdesk {
 
 namespace {
@@ -72,9 +71,8 @@ QString axRole(AtspiRole role, const std::optional<at::States>& s, bool hasText)
     if (isWindowRole(role)) return QStringLiteral("AXWindow");
     if (isTextRole(role)) {
         if (s && s->editable && !s->readOnly && hasText) return editableRole(role, *s);
-        return role == ATSPI_ROLE_ENTRY || role == ATSPI_ROLE_TEXT
-                   ? QStringLiteral("AXStaticText")
-                   : QStringLiteral("AXGroup");
+        return role == ATSPI_ROLE_ENTRY || role == ATSPI_ROLE_TEXT ? QStringLiteral("AXStaticText")
+                                                                   : QStringLiteral("AXGroup");
     }
     return QStringLiteral("AXGroup");
 }

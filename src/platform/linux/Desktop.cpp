@@ -26,14 +26,24 @@ Desktop::~Desktop() = default;
 
 platform::Platform Desktop::platform(platform::Defaults& defaults, platform::Clock& clock) {
     Parts& p = *parts_;
-    return platform::Platform{p.ax,        p.workspace,   p.keyboard,   p.keyTap, p.clipboard,
-                              p.screens,   p.inputSource, defaults,     clock};
+    return platform::Platform{p.ax,      p.workspace,   p.keyboard, p.keyTap, p.clipboard,
+                              p.screens, p.inputSource, defaults,   clock};
 }
 
-bool Desktop::hasDisplay() const { return parts_->keyboard.available(); }
-AtspiAx& Desktop::ax() { return parts_->ax; }
-X11Workspace& Desktop::workspace() { return parts_->workspace; }
-XTestKeyboard& Desktop::keyboard() { return parts_->keyboard; }
-XGrabKeyTap& Desktop::keyTap() { return parts_->keyTap; }
+bool Desktop::hasDisplay() const {
+    return parts_->keyboard.available();
+}
+AtspiAx& Desktop::ax() {
+    return parts_->ax;
+}
+X11Workspace& Desktop::workspace() {
+    return parts_->workspace;
+}
+XTestKeyboard& Desktop::keyboard() {
+    return parts_->keyboard;
+}
+XGrabKeyTap& Desktop::keyTap() {
+    return parts_->keyTap;
+}
 
 }  // namespace linuxdesk

@@ -46,13 +46,20 @@ std::optional<DesktopEntry> parseDesktopEntry(const QByteArray& content, const Q
         if (eq <= 0) continue;
         const QString key = line.left(eq).trimmed();
         const QString value = line.mid(eq + 1).trimmed();
-        if (key == QLatin1String("Type")) application = value == QLatin1String("Application");
-        else if (key == QLatin1String("Name")) name = value;
-        else if (!locale.isEmpty() && key == QStringLiteral("Name[%1]").arg(locale)) nameFull = value;
-        else if (!lang.isEmpty() && key == QStringLiteral("Name[%1]").arg(lang)) nameLang = value;
-        else if (key == QLatin1String("Icon")) e.icon = value;
-        else if (key == QLatin1String("StartupWMClass")) e.startupWmClass = value;
-        else if (key == QLatin1String("Exec")) e.exec = value;
+        if (key == QLatin1String("Type"))
+            application = value == QLatin1String("Application");
+        else if (key == QLatin1String("Name"))
+            name = value;
+        else if (!locale.isEmpty() && key == QStringLiteral("Name[%1]").arg(locale))
+            nameFull = value;
+        else if (!lang.isEmpty() && key == QStringLiteral("Name[%1]").arg(lang))
+            nameLang = value;
+        else if (key == QLatin1String("Icon"))
+            e.icon = value;
+        else if (key == QLatin1String("StartupWMClass"))
+            e.startupWmClass = value;
+        else if (key == QLatin1String("Exec"))
+            e.exec = value;
         else if ((key == QLatin1String("NoDisplay") || key == QLatin1String("Hidden")) &&
                  value == QLatin1String("true"))
             e.hidden = true;

@@ -11,8 +11,9 @@ constexpr int kTextKeepMs = 50;
 // Entries of elements no longer asked about are dropped when the map grows past this.
 constexpr size_t kMaxEntries = 512;
 
-QString keyOf(const AtRef& e) { return at::busName(e) + QLatin1Char('|') + at::path(e); }
-
+QString keyOf(const AtRef& e) {
+    return at::busName(e) + QLatin1Char('|') + at::path(e);
+}
 
 }  // namespace
 

@@ -34,8 +34,7 @@ bool FocusTracker::start() {
     if (!at::init()) return false;
     AtspiEventListener* listener = atspi_event_listener_new(&FocusTracker::onEvent, this, nullptr);
     GError* error = nullptr;
-    const bool ok =
-        atspi_event_listener_register(listener, "object:state-changed:focused", &error);
+    const bool ok = atspi_event_listener_register(listener, "object:state-changed:focused", &error);
     if (error) g_error_free(error);
     if (!ok) {
         g_object_unref(listener);
@@ -94,8 +93,10 @@ AtRef FocusTracker::search(const AtRef& application) {
     for (int i = 0; i < windows && i < kChildrenLimit; ++i) {
         AtRef w = at::child(application, i);
         const auto s = at::states(w);
-        if (s && s->active) stack.insert(stack.end(), w);
-        else if (w) stack.insert(stack.begin(), w);
+        if (s && s->active)
+            stack.insert(stack.end(), w);
+        else if (w)
+            stack.insert(stack.begin(), w);
     }
     int budget = kSearchBudget;
     while (!stack.empty() && budget-- > 0) {

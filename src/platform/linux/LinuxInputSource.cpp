@@ -35,9 +35,9 @@ QString fcitxLanguage() {
     if (current.value().startsWith(QLatin1String("keyboard-")))
         return LinuxInputSource::languageOfLayout(current.value().mid(9).section('-', 0, 0));
     // Each entry: unique name, name, native name, icon, label, language code, configurable.
-    QDBusMessage all = bus.call(
-        QDBusMessage::createMethodCall(service, path, iface, "AvailableInputMethods"),
-        QDBus::Block, kCallTimeoutMs);
+    QDBusMessage all =
+        bus.call(QDBusMessage::createMethodCall(service, path, iface, "AvailableInputMethods"),
+                 QDBus::Block, kCallTimeoutMs);
     if (all.type() != QDBusMessage::ReplyMessage || all.arguments().isEmpty()) return {};
     const QDBusArgument list = all.arguments().first().value<QDBusArgument>();
     list.beginArray();
@@ -129,13 +129,15 @@ QString LinuxInputSource::languageOfLocale(const QString& locale) {
 
 QString LinuxInputSource::languageOfLayout(const QString& layout) {
     static const QHash<QString, QString> languages = {
-        {"us", "en"}, {"gb", "en"}, {"au", "en"}, {"ca", "en"}, {"ie", "en"}, {"cn", "zh-Hans"},
-        {"tw", "zh-Hant"}, {"hk", "zh-Hant"}, {"jp", "ja"}, {"kr", "ko"}, {"de", "de"},
-        {"at", "de"}, {"ch", "de"}, {"fr", "fr"}, {"be", "fr"}, {"es", "es"}, {"latam", "es"},
-        {"it", "it"}, {"pt", "pt"}, {"br", "pt"}, {"nl", "nl"}, {"se", "sv"}, {"no", "nb"},
-        {"dk", "da"}, {"fi", "fi"}, {"pl", "pl"}, {"cz", "cs"}, {"sk", "sk"}, {"hu", "hu"},
-        {"ro", "ro"}, {"ru", "ru"}, {"ua", "uk"}, {"by", "be"}, {"gr", "el"}, {"tr", "tr"},
-        {"il", "he"}, {"ara", "ar"}, {"ir", "fa"}, {"in", "hi"}, {"th", "th"}, {"vn", "vi"},
+        {"us", "en"},      {"gb", "en"},      {"au", "en"},      {"ca", "en"}, {"ie", "en"},
+        {"cn", "zh-Hans"}, {"tw", "zh-Hant"}, {"hk", "zh-Hant"}, {"jp", "ja"}, {"kr", "ko"},
+        {"de", "de"},      {"at", "de"},      {"ch", "de"},      {"fr", "fr"}, {"be", "fr"},
+        {"es", "es"},      {"latam", "es"},   {"it", "it"},      {"pt", "pt"}, {"br", "pt"},
+        {"nl", "nl"},      {"se", "sv"},      {"no", "nb"},      {"dk", "da"}, {"fi", "fi"},
+        {"pl", "pl"},      {"cz", "cs"},      {"sk", "sk"},      {"hu", "hu"}, {"ro", "ro"},
+        {"ru", "ru"},      {"ua", "uk"},      {"by", "be"},      {"gr", "el"}, {"tr", "tr"},
+        {"il", "he"},      {"ara", "ar"},     {"ir", "fa"},      {"in", "hi"}, {"th", "th"},
+        {"vn", "vi"},
     };
     return languages.value(layout.toLower());
 }

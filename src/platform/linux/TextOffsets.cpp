@@ -16,8 +16,8 @@ qint64 toUtf16(const QString& text, qint64 offset, OffsetUnit unit) {
     if (unit == OffsetUnit::Utf16) return std::min(offset, size);
     qint64 i = 0;
     for (qint64 points = 0; points < offset && i < size; ++points) {
-        const bool pair = text.at(i).isHighSurrogate() && i + 1 < size &&
-                          text.at(i + 1).isLowSurrogate();
+        const bool pair =
+            text.at(i).isHighSurrogate() && i + 1 < size && text.at(i + 1).isLowSurrogate();
         i += pair ? 2 : 1;
     }
     return i;

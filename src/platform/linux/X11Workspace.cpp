@@ -45,7 +45,9 @@ X11Workspace::~X11Workspace() {
     if (display_) XCloseDisplay(display_);
 }
 
-qint64 X11Workspace::ownPid() { return QCoreApplication::applicationPid(); }
+qint64 X11Workspace::ownPid() {
+    return QCoreApplication::applicationPid();
+}
 
 std::optional<platform::RunningApp> X11Workspace::appOf(unsigned long window) {
     const auto pid = x11::windowPid(display_, window);
@@ -76,8 +78,8 @@ std::vector<platform::RunningApp> X11Workspace::running(const QString& bundleId)
     std::vector<platform::RunningApp> out;
     if (!display_) return out;
     std::set<qint64> seen;
-    for (Window w : x11::windowListProperty(display_, DefaultRootWindow(display_),
-                                            "_NET_CLIENT_LIST")) {
+    for (Window w :
+         x11::windowListProperty(display_, DefaultRootWindow(display_), "_NET_CLIENT_LIST")) {
         auto app = appOf(w);
         if (app && app->bundleId == bundleId && seen.insert(app->pid).second) out.push_back(*app);
     }
@@ -85,7 +87,9 @@ std::vector<platform::RunningApp> X11Workspace::running(const QString& bundleId)
     return out;
 }
 
-bool X11Workspace::openUrl(const QString& url) { return QDesktopServices::openUrl(QUrl(url)); }
+bool X11Workspace::openUrl(const QString& url) {
+    return QDesktopServices::openUrl(QUrl(url));
+}
 
 std::optional<DesktopEntry> X11Workspace::entryFor(const QString& bundleId) {
     if (bundleId.isEmpty()) return std::nullopt;
@@ -123,7 +127,8 @@ bool X11Workspace::loginItemEnabled() {
     QFile f(loginItemPath());
     if (!f.open(QIODevice::ReadOnly)) return false;
     const QByteArray content = f.readAll();
-    return !content.contains("\nHidden=true") && !content.contains("X-GNOME-Autostart-enabled=false");
+    return !content.contains("\nHidden=true") &&
+           !content.contains("X-GNOME-Autostart-enabled=false");
 }
 
 bool X11Workspace::setLoginItem(bool enabled) {

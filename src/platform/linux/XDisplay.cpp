@@ -33,8 +33,8 @@ bool read(Display* d, Window w, const char* name, Atom wanted, Property& p) {
     const Atom atom = XInternAtom(d, name, True);
     if (atom == 0) return false;
     unsigned long after = 0;
-    const int status = XGetWindowProperty(d, w, atom, 0, 1 << 16, False, wanted, &p.type,
-                                          &p.format, &p.count, &after, &p.data);
+    const int status = XGetWindowProperty(d, w, atom, 0, 1 << 16, False, wanted, &p.type, &p.format,
+                                          &p.count, &after, &p.data);
     return status == Success && p.data && p.count > 0;
 }
 
@@ -49,7 +49,9 @@ Display* open() {
     return XOpenDisplay(nullptr);
 }
 
-bool takeError() { return sawError.exchange(false); }
+bool takeError() {
+    return sawError.exchange(false);
+}
 
 std::optional<Window> windowProperty(Display* d, Window w, const char* name) {
     Property p;

@@ -52,8 +52,8 @@ bool XGrabKeyTap::install(Handler handler) {
     if (!display_) {
         display_ = x11::open();
         if (!display_) return false;
-        notifier_ = std::make_unique<QSocketNotifier>(ConnectionNumber(display_),
-                                                      QSocketNotifier::Read);
+        notifier_ =
+            std::make_unique<QSocketNotifier>(ConnectionNumber(display_), QSocketNotifier::Read);
         connect(notifier_.get(), &QSocketNotifier::activated, this, &XGrabKeyTap::readEvents);
     }
     handler_ = std::move(handler);

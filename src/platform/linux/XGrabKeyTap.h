@@ -7,11 +7,12 @@
 // and waits on. Tried on the test desktop: a GTK 3 window forwards Tab and honours the
 // consumption, but keys for a plain X client (xev) never reach the listener at all. So it
 // works only where each application's bridge cooperates, and every forwarded key costs that
-// application a bus round trip while the user types. An X11 grab sees the key for every X11 and XWayland window first. With
-// GrabModeSync the keyboard stays frozen until Glimmo answers: a key it handles is swallowed
-// (AsyncKeyboard, then the grab is let go so that keys it synthesises reach the application);
-// any other is replayed (ReplayKeyboard) to the focused window exactly as pressed, never
-// re-synthesised. Grabbing only while the engine wants keys keeps plain typing untouched.
+// application a bus round trip while the user types. An X11 grab sees the key for every X11 and
+// XWayland window first. With GrabModeSync the keyboard stays frozen until Glimmo answers: a key it
+// handles is swallowed (AsyncKeyboard, then the grab is let go so that keys it synthesises reach
+// the application); any other is replayed (ReplayKeyboard) to the focused window exactly as
+// pressed, never re-synthesised. Grabbing only while the engine wants keys keeps plain typing
+// untouched.
 
 #include <QObject>
 #include <memory>

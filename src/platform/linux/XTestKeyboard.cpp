@@ -20,15 +20,24 @@ constexpr int kModifierWaitMs = 500;
 
 KeySym keysymOf(int code) {
     switch (code) {
-        case platform::key::A: return XK_a;
-        case platform::key::V: return XK_v;
-        case platform::key::Tab: return XK_Tab;
-        case platform::key::Esc: return XK_Escape;
-        case platform::key::ForwardDelete: return XK_Delete;
-        case platform::key::Right: return XK_Right;
-        case platform::key::Down: return XK_Down;
-        case platform::key::Up: return XK_Up;
-        default: return NoSymbol;
+        case platform::key::A:
+            return XK_a;
+        case platform::key::V:
+            return XK_v;
+        case platform::key::Tab:
+            return XK_Tab;
+        case platform::key::Esc:
+            return XK_Escape;
+        case platform::key::ForwardDelete:
+            return XK_Delete;
+        case platform::key::Right:
+            return XK_Right;
+        case platform::key::Down:
+            return XK_Down;
+        case platform::key::Up:
+            return XK_Up;
+        default:
+            return NoSymbol;
     }
 }
 
