@@ -99,6 +99,21 @@ AtRef AtspiAx::focusedWindow(const AtRef& application) {
     return {};
 }
 
+void AtspiAx::noteEmptyTree(const AtRef& application) {
+    const auto pid = pidOf(application);
+    if (!pid || reportedNoTree_.count(*pid)) return;
+    // Chromium and Electron register a bare window until told that an assistive technology
+    // is present, which only a flag at their launch does.
+    if (at::toolkit(application).value_or(QString()) != QLatin1String("Chromium")) return;
+    const AtRef window = at::child(application, 0);
+    if (!window || at::childCount(window).value_or(0) > 0) return;
+    reportedNoTree_.insert(*pid);
+    glimmo::log(QStringLiteral("no accessibility tree from process %1; Chromium and Electron "
+                               "applications show it when started with "
+                               "--force-renderer-accessibility or ACCESSIBILITY_ENABLED=1")
+                    .arg(*pid));
+}
+
 std::optional<platform::Value> AtspiAx::attribute(const platform::Element& element,
                                                   const QString& name) {
     const AtRef ref = AtElement::unwrap(element);
@@ -161,6 +176,7 @@ std::optional<platform::Value> AtspiAx::read(const AtRef& e, const QString& name
     if (name == QLatin1String("AXFocusedUIElement")) {
         if (cache_.role(e) != ATSPI_ROLE_APPLICATION) return std::nullopt;
         AtRef f = focus_.focused(e);
+        if (!f) noteEmptyTree(e);
         return f ? std::optional<platform::Value>(AtElement::wrap(f)) : std::nullopt;
     }
     if (name == QLatin1String("AXFocusedWindow")) {

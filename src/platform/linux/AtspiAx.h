@@ -40,6 +40,7 @@ private:
     std::optional<qint64> pidOf(const AtRef& application);
     std::optional<platform::Value> read(const AtRef& element, const QString& name);
     AtRef focusedWindow(const AtRef& application);
+    void noteEmptyTree(const AtRef& application);
 
     struct KnownApp {
         AtRef app;
