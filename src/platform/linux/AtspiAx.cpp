@@ -14,6 +14,8 @@ constexpr int kChildrenLimit = 1000;
 // The application element of a process is looked up again after this long, so that a
 // restarted application (a new bus name under a reused process id) is found.
 constexpr int kAppKeepMs = 3000;
+// A process without a tree is asked about again sooner: it may be one still starting up.
+constexpr int kMissKeepMs = 1000;
 
 std::optional<platform::Value> str(const std::optional<QString>& s) {
     if (!s) return std::nullopt;
@@ -60,7 +62,8 @@ std::optional<qint64> AtspiAx::pidOf(const AtRef& application) {
 platform::Element AtspiAx::application(qint64 pid) {
     if (!connect()) return nullptr;
     if (auto it = appByPid_.find(pid); it != appByPid_.end()) {
-        if (it->second.age.elapsed() < kAppKeepMs) return AtElement::wrap(it->second.app);
+        const int keep = it->second.app ? kAppKeepMs : kMissKeepMs;
+        if (it->second.age.elapsed() < keep) return AtElement::wrap(it->second.app);
         appByPid_.erase(it);
     }
     const AtRef desktop = at::desktop();
@@ -74,6 +77,7 @@ platform::Element AtspiAx::application(qint64 pid) {
             return AtElement::wrap(app);
         }
     }
+    appByPid_[pid].age.start();  // remembered as a miss
     if (reportedNoTree_.insert(pid).second)
         glimmo::log(QStringLiteral("no accessibility tree from process %1").arg(pid));
     return nullptr;
