@@ -4,9 +4,9 @@
 
 #include "TempHome.h"
 
-GtkEditor::GtkEditor(const QStringList& args) {
+GtkEditor::GtkEditor(const QStringList& args, const QString& program) {
     process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process_.start(qEnvironmentVariable("GLIMMO_GTK_EDITOR"), args);
+    process_.start(program.isEmpty() ? qEnvironmentVariable("GLIMMO_GTK_EDITOR") : program, args);
     if (!process_.waitForStarted(5000)) return;
     ready_ = testsupport::waitUntil(
         [&] {

@@ -1,13 +1,15 @@
 #pragma once
 // The GTK test editor as a child process: started, waited for, and listened to (it prints
-// every key press that reaches its window).
+// every key press that reaches its window). Another test application that prints "ready" the
+// same way (the Qt editor) can be given as the program.
 
 #include <QProcess>
 #include <QStringList>
 
 class GtkEditor {
 public:
-    explicit GtkEditor(const QStringList& args = {});
+    // program: $GLIMMO_GTK_EDITOR when empty.
+    explicit GtkEditor(const QStringList& args = {}, const QString& program = {});
     ~GtkEditor();
     // True once the window is up and focused.
     bool ready() const { return ready_; }

@@ -131,3 +131,24 @@ TEST_F(AxOnEditor, ProcessWithoutTreeHasNoApplication) {
     ASSERT_TRUE(ax.trusted());
     EXPECT_EQ(ax.application(QCoreApplication::applicationPid() + 100000), nullptr);
 }
+
+TEST_F(AxOnEditor, QtCountsUtf16UnitsAndStillReadsTheSame) {
+    ASSERT_TRUE(ax.trusted());
+    GtkEditor editor({kText}, qEnvironmentVariable("GLIMMO_QT_EDITOR"));
+    ASSERT_TRUE(editor.ready());
+    Element field = focusedOf(editor.pid());
+    ASSERT_TRUE(field);
+    EXPECT_EQ(string(field, "AXRole"), "AXTextArea");
+    EXPECT_EQ(string(field, "AXValue"), kText);
+    ASSERT_TRUE(ax.setAttribute(field, "AXSelectedTextRange", Range{6, 8}));
+    ASSERT_TRUE(waitUntil(
+        [&] {
+            return range(field) == Range{6, 8};
+        },
+        2000))
+        << range(field).value_or(Range{-1, -1}).location;
+    EXPECT_EQ(string(field, "AXSelectedText"), QStringLiteral("\U0001F600 world"));
+    const qint64 afterCjk = kText.indexOf(QStringLiteral(" there"));
+    ASSERT_TRUE(ax.setAttribute(field, "AXSelectedTextRange", Range{afterCjk, 0}));
+    EXPECT_TRUE(waitUntil([&] { return range(field) == Range{afterCjk, 0}; }, 2000));
+}
