@@ -96,10 +96,10 @@ std::optional<qint64> windowPid(Display* d, Window w) {
     if (!d || !w) return std::nullopt;
     int event = 0, error = 0;
     if (XResQueryExtension(d, &event, &error)) {
-        XResClientIdSpec spec{w, XRES_CLIENT_ID_PID_MASK};
+        XResClientIdSpec query{w, XRES_CLIENT_ID_PID_MASK};
         long count = 0;
         XResClientIdValue* values = nullptr;
-        if (XResQueryClientIds(d, 1, &spec, &count, &values) == Success) {
+        if (XResQueryClientIds(d, 1, &query, &count, &values) == Success) {
             std::optional<qint64> pid;
             for (long i = 0; i < count && !pid; ++i) {
                 const pid_t p = XResGetClientPid(&values[i]);
