@@ -29,7 +29,7 @@ void JsonDefaults::load() {
     }
     // Keep the user's file for them to look at; the next write must not destroy it.
     const QString aside = path_ + QStringLiteral(".unreadable-") +
-                          QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMdd-HHmmss"));
+                          QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMdd-HHmmss-zzz"));
     if (QFile::rename(path_, aside))
         glimmo::log(QStringLiteral("settings file unreadable, kept aside as ") + aside);
     else {
