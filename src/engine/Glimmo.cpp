@@ -110,7 +110,8 @@ void Glimmo::tick() {
     ax::prime(p_.ax, primed, *front);
 
     const Element appEl = p_.ax.application(front->pid);
-    const auto el = appEl ? ax::focusedElement(p_.ax, front->pid) : std::nullopt;
+    const auto el = appEl ? ax::elementAttr(p_.ax, appEl, QStringLiteral("AXFocusedUIElement"))
+                          : std::nullopt;
     std::optional<QString> text;
     std::optional<Range> selection;
     if (el && ax::isTextField(p_.ax, *el)) {
