@@ -1,0 +1,1 @@
+# Browsers end to end (added below).
