@@ -1,0 +1,175 @@
+// A real browser on the virtual desktop: the engine reads the page's host from Chromium's
+// accessibility tree, obeys a site switched off in the settings store, and applies a rewrite
+// inside a page's textarea. The page comes from a server in this process, reached under two host
+// names (127.0.0.1 and localhost).
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <memory>
+
+#include "DesktopHelpers.h"
+#include "Standin.h"
+#include "TempHome.h"
+#include "engine/Glimmo.h"
+#include "platform/JsonDefaults.h"
+#include "platform/linux/Desktop.h"
+#include "rules/AppRules.h"
+
+using testsupport::waitUntil;
+
+namespace {
+
+const QByteArray kPage =
+    "<!doctype html><html><head><meta charset=\"utf-8\"><title>Notes</title></head><body>"
+    "<h1>Notes</h1><textarea autofocus rows=\"8\" cols=\"70\" aria-label=\"Note\"></textarea>"
+    "</body></html>";
+
+// Answers every request with the page (and the favicon with nothing).
+class PageServer {
+public:
+    PageServer() {
+        server_.listen(QHostAddress::LocalHost);
+        QObject::connect(&server_, &QTcpServer::newConnection, [this] {
+            while (QTcpSocket* s = server_.nextPendingConnection()) {
+                QObject::connect(s, &QTcpSocket::readyRead, s, [s] {
+                    const QByteArray request = s->readAll();
+                    const bool page = !request.startsWith("GET /favicon");
+                    const QByteArray body = page ? kPage : QByteArray();
+                    s->write(QByteArray(page ? "HTTP/1.0 200 OK\r\n" : "HTTP/1.0 404 No\r\n") +
+                             "Content-Type: text/html; charset=utf-8\r\nContent-Length: " +
+                             QByteArray::number(body.size()) + "\r\n\r\n" + body);
+                    s->disconnectFromHost();
+                });
+                QObject::connect(s, &QTcpSocket::disconnected, s, &QObject::deleteLater);
+            }
+        });
+    }
+    QString url(const QString& host) const {
+        return QStringLiteral("http://%1:%2/notes.html").arg(host).arg(server_.serverPort());
+    }
+
+private:
+    QTcpServer server_;
+};
+
+QString chromiumProgram() {
+    for (const char* name : {"chromium", "chromium-browser"}) {
+        const QString path = QStandardPaths::findExecutable(QLatin1String(name));
+        if (!path.isEmpty()) return path;
+    }
+    return {};
+}
+
+// Chromium with its accessibility tree on, a fresh profile and nothing that reaches the network.
+class Chromium {
+public:
+    Chromium(const QString& program, const QString& profile, const QString& url) {
+        process_.setStandardOutputFile(QProcess::nullDevice());
+        process_.setStandardErrorFile(profile + QStringLiteral(".log"));
+        // Root has no sandbox to enter; the page is local and trusted.
+        process_.start(program,
+                       {"--no-sandbox", "--force-renderer-accessibility",
+                        "--user-data-dir=" + profile, "--disable-background-networking",
+                        "--disable-component-update", "--disable-sync", "--no-first-run",
+                        "--no-default-browser-check", "--disable-gpu", "--password-store=basic",
+                        "--disable-features=Translate", "--window-size=1000,700", url});
+    }
+    ~Chromium() {
+        process_.terminate();
+        if (!process_.waitForFinished(5000)) process_.kill();
+        process_.waitForFinished(2000);
+    }
+    bool started() { return process_.waitForStarted(5000); }
+    qint64 pid() const { return process_.processId(); }
+
+private:
+    QProcess process_;
+};
+
+struct BrowserOnDesktop : ::testing::Test {
+    BrowserOnDesktop() {
+        testsupport::useStandin(home);
+        home.write(QStringLiteral(".local/share/Glimmo/debug.flag"), {});
+    }
+    QString log() const {
+        return QString::fromUtf8(home.read(QStringLiteral(".local/share/Glimmo/log.txt")));
+    }
+
+    testsupport::TempHome home;  // first: the paths below read the temporary HOME
+    platform::SystemClock clock;
+    linuxdesk::Desktop desktop;
+};
+
+}  // namespace
+
+TEST_F(BrowserOnDesktop, SiteSwitchesFollowThePageHostAndRewritesLandInThePage) {
+    ASSERT_TRUE(desktop.hasDisplay());
+    const QString program = chromiumProgram();
+    if (program.isEmpty()) {
+        if (qEnvironmentVariable("CI") == QLatin1String("true"))
+            FAIL() << "Chromium is not installed (./run installs the chromium package)";
+        GTEST_SKIP() << "BROWSER TEST SKIPPED: Chromium is not installed (./run installs the "
+                        "chromium package)";
+    }
+
+    home.write(QStringLiteral(".config/Glimmo/defaults.json"),
+               R"({"siteOn": {"127.0.0.1": false}})");
+    platform::JsonDefaults defaults(platform::JsonDefaults::standardPath());
+    platform::Platform platform = desktop.platform(defaults, clock);
+    rules::AppRules rules(defaults);
+    engine::Glimmo engine(platform, rules);
+    engine.start();
+
+    PageServer server;
+    Chromium chromium(program, home.path() + QStringLiteral("/chromium"),
+                      server.url(QStringLiteral("127.0.0.1")));
+    ASSERT_TRUE(chromium.started());
+
+    // The switched-off site: the engine knows the page and stays quiet in it.
+    ASSERT_TRUE(waitUntil([&] { return engine.frontHost == QStringLiteral("127.0.0.1"); }, 40000))
+        << "front app: " << (engine.frontApp ? engine.frontApp->bundleId.toStdString() : "none")
+        << "\n"
+        << log().toStdString();
+    EXPECT_EQ(engine.frontApp->bundleId, QStringLiteral("com.google.Chrome"));
+    EXPECT_TRUE(
+        waitUntil([&] { return log().contains(QStringLiteral("debug: off on 127.0.0.1")); }));
+    const QString note = QStringLiteral("this note stays as the user wrote it");
+    desktop::xdotool({"type", "--delay", "15", note});
+    const platform::Element first = desktop::focusedElement(platform.ax, chromium.pid());
+    ASSERT_TRUE(first);
+    ASSERT_TRUE(waitUntil([&] { return desktop::string(platform.ax, first, "AXValue") == note; }))
+        << desktop::string(platform.ax, first, "AXValue").toStdString();
+    testsupport::waitUntil([] { return false; }, 2500);
+    EXPECT_FALSE(engine.bubble->visible());
+    EXPECT_TRUE(testsupport::standinRecord(home, QStringLiteral("stdin")).isEmpty())
+        << "asked on a switched-off site";
+
+    // The same page under another host name gets suggestions.
+    desktop::xdotool({"key", "ctrl+l"});
+    desktop::xdotool({"type", "--delay", "10", server.url(QStringLiteral("localhost"))});
+    desktop::xdotool({"key", "Return"});
+    ASSERT_TRUE(waitUntil([&] { return engine.frontHost == QStringLiteral("localhost"); }, 20000))
+        << log().toStdString();
+
+    desktop::xdotool({"type", "--delay", "15", "the rewrite lands inside the page"});
+    const QString rewrite = QStringLiteral("The rewrite lands inside the page.");
+    const overlay::Shown& shown = engine.bubble->shown();
+    ASSERT_TRUE(waitUntil(
+        [&] {
+            return engine.bubble->visible() && shown.kind == overlay::Shown::Kind::Suggestion &&
+                   shown.text == rewrite;
+        },
+        15000))
+        << log().toStdString();
+    desktop::xdotool({"key", "Tab"});
+
+    const platform::Element box = desktop::focusedElement(platform.ax, chromium.pid());
+    ASSERT_TRUE(box);
+    EXPECT_TRUE(
+        waitUntil([&] { return desktop::string(platform.ax, box, "AXValue") == rewrite; }, 5000))
+        << desktop::string(platform.ax, box, "AXValue").toStdString();
+}
