@@ -1,7 +1,10 @@
 #include "platform/linux/QtScreens.h"
 
+#include <QByteArray>
 #include <QGuiApplication>
 #include <QScreen>
+
+#include "platform/linux/XDisplay.h"  // last: Xlib's macros
 
 namespace linuxdesk {
 
@@ -31,6 +34,17 @@ std::optional<platform::Screen> QtScreens::main() {
     auto all = screens();
     if (all.empty()) return std::nullopt;
     return all.front();
+}
+
+bool QtScreens::composited() {
+    const auto* app = qobject_cast<QGuiApplication*>(QCoreApplication::instance());
+    const auto* x11 = app ? app->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
+    Display* display = x11 ? x11->display() : nullptr;
+    if (!display) return true;
+    const QByteArray name = "_NET_WM_CM_S" + QByteArray::number(DefaultScreen(display));
+    // Without the atom no compositor has ever run on this server.
+    const Atom selection = XInternAtom(display, name.constData(), True);
+    return selection != 0 && XGetSelectionOwner(display, selection) != 0;
 }
 
 }  // namespace linuxdesk
