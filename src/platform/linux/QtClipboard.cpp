@@ -14,6 +14,12 @@ QClipboard* clipboard() {
                : nullptr;
 }
 
+bool isSelectionProtocol(const QString& format) {
+    static const QStringList names{"TARGETS", "MULTIPLE",         "TIMESTAMP",      "SAVE_TARGETS",
+                                   "DELETE",  "INSERT_SELECTION", "INSERT_PROPERTY"};
+    return names.contains(format);
+}
+
 }  // namespace
 
 platform::ClipContents QtClipboard::save() {
@@ -24,6 +30,9 @@ platform::ClipContents QtClipboard::save() {
     for (const QString& format : data->formats()) {
         // Qt's own in-process image type is made from the real ones on demand.
         if (format.startsWith(QLatin1String("application/x-qt-"))) continue;
+        // X selection requests, not content: a restored copy would be advertised next to the
+        // owner's own and a stale TIMESTAMP served.
+        if (isSelectionProtocol(format)) continue;
         item.types.emplace_back(format, data->data(format));
     }
     if (item.types.empty()) return {};
