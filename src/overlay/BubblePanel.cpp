@@ -27,6 +27,7 @@ BubblePanel::BubblePanel()
                            Qt::NoDropShadowWindowHint),
       bubble_(new BubbleView(this)),
       replies_(new ReplyView(this)) {
+    setWindowTitle(QStringLiteral("Glimmo"));  // how tools and tests find it among X windows
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_TranslucentBackground);
     setAttribute(Qt::WA_X11DoNotAcceptFocus);

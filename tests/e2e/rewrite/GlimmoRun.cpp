@@ -1,0 +1,96 @@
+#include "GlimmoRun.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcessEnvironment>
+
+#include "TempHome.h"
+
+namespace {
+const QString kLog = QStringLiteral(".local/share/Glimmo/log.txt");
+}
+
+GlimmoRun::GlimmoRun(const QByteArray& script) {
+    writeHome(QStringLiteral(".local/share/Glimmo/claude-path"), GLIMMO_STANDIN_PATH "\n");
+    setScript(script);
+
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("HOME"), home_.path());
+    env.remove(QStringLiteral("XDG_DATA_HOME"));
+    env.remove(QStringLiteral("XDG_CONFIG_HOME"));
+    process_.setProcessEnvironment(env);
+    process_.setProcessChannelMode(QProcess::MergedChannels);
+    process_.setStandardOutputFile(home_.filePath(QStringLiteral("output.txt")));
+    process_.start(QStringLiteral(GLIMMO_BINARY), {});
+    if (!process_.waitForStarted(5000)) return;
+    started_ = testsupport::waitUntil(
+        [&] {
+            return process_.state() == QProcess::Running &&
+                   log().contains(QLatin1String("keyboard tap installed"));
+        },
+        15000);
+}
+
+GlimmoRun::~GlimmoRun() {
+    // SIGTERM quits through the event loop, which ends the waiting stand-in too.
+    process_.terminate();
+    if (!process_.waitForFinished(5000)) process_.kill();
+    process_.waitForFinished(1000);
+}
+
+void GlimmoRun::setScript(const QByteArray& script) {
+    writeHome(QStringLiteral("standin/script"), script);
+}
+
+QByteArray GlimmoRun::standinFile(const QString& name) const {
+    return readHome(QStringLiteral("standin/") + name);
+}
+
+bool GlimmoRun::hasStandinFile(const QString& name) const {
+    return QFileInfo::exists(home_.filePath(QStringLiteral("standin/") + name));
+}
+
+QString GlimmoRun::log() const {
+    return QString::fromUtf8(readHome(kLog));
+}
+
+QString GlimmoRun::output() const {
+    return QString::fromUtf8(readHome(QStringLiteral("output.txt")));
+}
+
+std::optional<QRect> GlimmoRun::bubble() const {
+    QProcess search;
+    search.start(QStringLiteral("xdotool"), {"search", "--onlyvisible", "--pid",
+                                             QString::number(pid()), "--name", "^Glimmo$"});
+    search.waitForFinished(5000);
+    const QString id = QString::fromUtf8(search.readAllStandardOutput()).section('\n', 0, 0);
+    if (id.trimmed().isEmpty()) return std::nullopt;
+
+    QProcess geometry;
+    geometry.start(QStringLiteral("xdotool"), {"getwindowgeometry", "--shell", id.trimmed()});
+    geometry.waitForFinished(5000);
+    int x = 0, y = 0, w = 0, h = 0;
+    for (const QString& line : QString::fromUtf8(geometry.readAllStandardOutput()).split('\n')) {
+        const int value = line.section('=', 1).toInt();
+        if (line.startsWith("X=")) x = value;
+        if (line.startsWith("Y=")) y = value;
+        if (line.startsWith("WIDTH=")) w = value;
+        if (line.startsWith("HEIGHT=")) h = value;
+    }
+    if (w <= 0 || h <= 0) return std::nullopt;  // gone between the two questions
+    return QRect(x, y, w, h);
+}
+
+QByteArray GlimmoRun::readHome(const QString& relative) const {
+    QFile file(home_.filePath(relative));
+    if (!file.open(QIODevice::ReadOnly)) return {};
+    return file.readAll();
+}
+
+void GlimmoRun::writeHome(const QString& relative, const QByteArray& content) const {
+    const QString full = home_.filePath(relative);
+    QDir().mkpath(QFileInfo(full).absolutePath());
+    QFile file(full);
+    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate)) file.write(content);
+}
