@@ -103,7 +103,9 @@ wait_for() {
         sleep 0.1
     done
 }
-in_log() { grep -q -- "$1" "$log" 2>/dev/null; }
+# Log lines from line $typed on: an answer to a pause in the middle of typing is no answer.
+typed=1
+in_log() { tail -n +"$typed" "$log" 2>/dev/null | grep -q -- "$1"; }
 editor_ready() { grep -q '^ready$' "$work/editor.out"; }
 bubble_up() { [ -n "$(xdotool search --onlyvisible --pid "$glimmo" 2>/dev/null)" ]; }
 # The editor's text, copied out the way a user would and read by another application.
@@ -126,6 +128,7 @@ sleep 0.3
 
 echo "Typing into the sample editor..."
 xdotool type --delay 8 "$paragraph"
+typed=$(($(wc -l <"$log") + 1))
 wait_for 45 in_log "chars -> suggestion" || {
     in_log "claude failed after" && fail "claude failed; see $log"
     fail "no suggestion came within 45 seconds; see $log"
