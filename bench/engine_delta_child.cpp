@@ -17,7 +17,9 @@ int main() {
     for (int i = 0; i < 50; ++i) {
         const std::string piece = " word" + std::to_string(i);
         soFar += piece;
-        const std::string line = R"({"type":"stream_event","event":{"type":"content_block_delta","delta":{"type":"text_delta","text":")" + piece + "\"}}}\n";
+        const std::string line =
+            R"({"type":"stream_event","event":{"type":"content_block_delta","delta":{"type":"text_delta","text":")" +
+            piece + "\"}}}\n";
         timespec ts{};
         clock_gettime(CLOCK_MONOTONIC, &ts);
         fprintf(times, "%lld.%09ld\n", (long long)ts.tv_sec, ts.tv_nsec);
@@ -25,7 +27,8 @@ int main() {
         if (write(1, line.data(), line.size()) < 0) return 1;
         usleep(20000);
     }
-    const std::string result = R"({"type":"result","subtype":"success","is_error":false,"result":"We)" + soFar + "\"}\n";
+    const std::string result =
+        R"({"type":"result","subtype":"success","is_error":false,"result":"We)" + soFar + "\"}\n";
     if (write(1, result.data(), result.size()) < 0) return 1;
     fclose(times);
     return 0;

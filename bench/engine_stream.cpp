@@ -69,7 +69,9 @@ int main(int argc, char** argv) {
     const double first = lagMs.front();
     std::vector<double> rest(lagMs.begin() + 1, lagMs.end());
     std::sort(rest.begin(), rest.end());
-    std::printf("delta written -> bubble updated: first %.2f ms; next %zu: p50 %.2f ms, p99 %.2f ms, max %.2f ms\n",
-                first, rest.size(), rest[rest.size() / 2], rest[rest.size() * 99 / 100], rest.back());
+    std::printf(
+        "delta written -> bubble updated: first %.2f ms; next %zu: p50 %.2f ms, p99 %.2f ms, max "
+        "%.2f ms\n",
+        first, rest.size(), rest[rest.size() / 2], rest[rest.size() * 99 / 100], rest.back());
     return 0;
 }

@@ -22,7 +22,8 @@ int main(int argc, char** argv) {
     engine::Glimmo engine(desk.platform(), rules);
 
     QString text;
-    for (int i = 0; i < 20; ++i) text += "A paragraph of ordinary length that someone is writing.\n";
+    for (int i = 0; i < 20; ++i)
+        text += "A paragraph of ordinary length that someone is writing.\n";
     desk.openField("com.tinyspeck.slackmacgap", text + "we was late");
     engine.tick();  // the change, and the waiting process starts
     // Answered from the cache as "no change", so later ticks do the full decision and stop.
@@ -39,7 +40,8 @@ int main(int argc, char** argv) {
         micros.push_back(spent.count() / calls);
     }
     std::sort(micros.begin(), micros.end());
-    std::printf("engine tick, unchanged field, cached paragraph: median %.2f us (min %.2f, max %.2f)\n",
-                micros[3], micros.front(), micros.back());
+    std::printf(
+        "engine tick, unchanged field, cached paragraph: median %.2f us (min %.2f, max %.2f)\n",
+        micros[3], micros.front(), micros.back());
     return 0;
 }

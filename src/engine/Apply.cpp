@@ -96,7 +96,9 @@ void Glimmo::paste(const QString& text) {
     later(kClipboardRestore, [this, saved] { p_.clipboard.restore(saved); });
 }
 
-void Glimmo::postKey(int code, quint64 flags) { p_.keyboard.post(code, flags); }
+void Glimmo::postKey(int code, quint64 flags) {
+    p_.keyboard.post(code, flags);
+}
 
 void Glimmo::copyFallback(const Target& target) {
     p_.clipboard.writeText(target.suggestion);

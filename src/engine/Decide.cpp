@@ -44,8 +44,8 @@ void Glimmo::decide(const QString& text, Range selection, const Element& el,
     const ax::Paragraph para = ax::paragraph(text, caret);
 
     if (shown) {
-        const bool same = selection.length == 0 && shown->range == para.range &&
-                          shown->original == para.text;
+        const bool same =
+            selection.length == 0 && shown->range == para.range && shown->original == para.text;
         if (!same) clearShown();
         return;
     }
@@ -53,8 +53,8 @@ void Glimmo::decide(const QString& text, Range selection, const Element& el,
     const QString tail = trimBlanks(before);
     const double pause =
         !tail.isEmpty() && endsSentence(tail.back()) ? glimmo::pauseShort : glimmo::pauseDefault;
-    if (selection.length != 0 || claude.requestInFlight() ||
-        p_.clock.now() - lastChange < pause || dismissed.contains(para.text))
+    if (selection.length != 0 || claude.requestInFlight() || p_.clock.now() - lastChange < pause ||
+        dismissed.contains(para.text))
         return;
 
     if (!worthAsking(para.text, text, caret, p_.inputSource)) {

@@ -38,7 +38,9 @@ void Glimmo::start() {
     timer_.start();
 }
 
-void Glimmo::why(const QString& note) { trace_.why(note); }
+void Glimmo::why(const QString& note) {
+    trace_.why(note);
+}
 
 void Glimmo::later(double seconds, std::function<void()> action) {
     // The engine is the timer's context: a destroyed engine never runs a late action.
@@ -110,8 +112,8 @@ void Glimmo::tick() {
     ax::prime(p_.ax, primed, *front);
 
     const Element appEl = p_.ax.application(front->pid);
-    const auto el = appEl ? ax::elementAttr(p_.ax, appEl, QStringLiteral("AXFocusedUIElement"))
-                          : std::nullopt;
+    const auto el =
+        appEl ? ax::elementAttr(p_.ax, appEl, QStringLiteral("AXFocusedUIElement")) : std::nullopt;
     std::optional<QString> text;
     std::optional<Range> selection;
     if (el && ax::isTextField(p_.ax, *el)) {
@@ -134,9 +136,12 @@ void Glimmo::tick() {
 
     const auto kind = rules_.kindOf(id);
     bool on;
-    if (kind && kind->locked) on = false;
-    else if (browser && frontHost) on = rules_.siteState(*frontHost).value_or(rules_.appState(id));
-    else on = rules_.appState(id);
+    if (kind && kind->locked)
+        on = false;
+    else if (browser && frontHost)
+        on = rules_.siteState(*frontHost).value_or(rules_.appState(id));
+    else
+        on = rules_.appState(id);
     if (!on) {
         why(QStringLiteral("off on ") + (frontHost ? *frontHost : id));
         forgetField();
@@ -162,8 +167,10 @@ void Glimmo::tick() {
         return;
     }
 
-    if (replies) keepReplies(*el, *selection);
-    else decide(*text, *selection, *el, *front, appEl);
+    if (replies)
+        keepReplies(*el, *selection);
+    else
+        decide(*text, *selection, *el, *front, appEl);
 }
 
 }  // namespace engine

@@ -1,7 +1,7 @@
 // The keyboard tap: Tab, Esc and the arrows belong to the engine while they act on what it shows.
+#include "platform/Keys.h"
 #include "engine/Glimmo.h"
 #include "main/Log.h"
-#include "platform/Keys.h"
 
 namespace engine {
 
@@ -30,22 +30,22 @@ bool Glimmo::handleKey(int code, quint64 flags) {
     if (replies) {
         const int count = int(replies->options.size());
         switch (code) {
-        case key::Down:
-        case key::Up:
-            if (count > 0) {
-                replies->index = (replies->index + (code == key::Down ? 1 : count - 1)) % count;
-                showReplyList();
-            }
-            return true;
-        case key::Tab:
-            insertReply(replies->index);
-            return true;
-        case key::Esc:
-            dismissedReplies.insert(replies->key);
-            clearShown();
-            return true;
-        default:
-            return false;
+            case key::Down:
+            case key::Up:
+                if (count > 0) {
+                    replies->index = (replies->index + (code == key::Down ? 1 : count - 1)) % count;
+                    showReplyList();
+                }
+                return true;
+            case key::Tab:
+                insertReply(replies->index);
+                return true;
+            case key::Esc:
+                dismissedReplies.insert(replies->key);
+                clearShown();
+                return true;
+            default:
+                return false;
         }
     }
 

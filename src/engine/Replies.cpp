@@ -50,7 +50,8 @@ void Glimmo::draftReplies(const platform::RunningApp& app, const Element& appEl,
         why(QStringLiteral("empty field"));
         return;
     }
-    const auto context = ax::replyContext(p_.ax, p_.clock, app, appEl, el, text, selection.location);
+    const auto context =
+        ax::replyContext(p_.ax, p_.clock, app, appEl, el, text, selection.location);
     if (!context) return;
     if (ax::graphemeCount(context->conversation) + ax::graphemeCount(context->quoted) <
         kMinimumMaterial) {
@@ -108,8 +109,8 @@ void Glimmo::onDraftPartial(const QString& partial, const QString& text, Range s
     if (lastText != text || ax::selectedRange(p_.ax, el) != std::optional(selection)) return;
     const QStringList options = partialReplyOptions(partial);
     if (options.isEmpty() || (replies && replies->options.size() >= options.size())) return;
-    replies = Replies{el, options, keptIndex(replies, options.size()), key, caret,
-                      options.size() < 3};
+    replies =
+        Replies{el, options, keptIndex(replies, options.size()), key, caret, options.size() < 3};
     showReplyList();
 }
 

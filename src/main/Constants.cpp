@@ -4,9 +4,9 @@ namespace glimmo {
 
 const QStringList& defaultPaused() {
     static const QStringList list{
-        "com.anthropic.claudefordesktop", "com.apple.Terminal",  "com.googlecode.iterm2",
-        "dev.warp.Warp-Stable",           "com.apple.dt.Xcode",  "com.microsoft.VSCode",
-        "com.todesktop.230313mzl4w4u92",  "com.apple.keychainaccess", "com.apple.Passwords",
+        "com.anthropic.claudefordesktop", "com.apple.Terminal",        "com.googlecode.iterm2",
+        "dev.warp.Warp-Stable",           "com.apple.dt.Xcode",        "com.microsoft.VSCode",
+        "com.todesktop.230313mzl4w4u92",  "com.apple.keychainaccess",  "com.apple.Passwords",
         "com.1password.1password",        "com.agilebits.onepassword7"};
     return list;
 }
@@ -26,9 +26,9 @@ const QStringList& chromiumBrowsers() {
 }
 
 const QStringList& browsers() {
-    static const QStringList list = chromiumBrowsers() + QStringList{"com.apple.Safari",
-                                                                     "com.apple.SafariTechnologyPreview",
-                                                                     "org.mozilla.firefox"};
+    static const QStringList list =
+        chromiumBrowsers() +
+        QStringList{"com.apple.Safari", "com.apple.SafariTechnologyPreview", "org.mozilla.firefox"};
     return list;
 }
 

@@ -14,7 +14,8 @@ QString logTimestamp() {
 }
 
 void log(const QString& message) {
-    const QByteArray line = (logTimestamp() + QLatin1Char(' ') + message + QLatin1Char('\n')).toUtf8();
+    const QByteArray line =
+        (logTimestamp() + QLatin1Char(' ') + message + QLatin1Char('\n')).toUtf8();
     const QByteArray path = logFile().toLocal8Bit();
     // O_APPEND makes each write land at the end as one piece, whoever else is writing.
     const int fd = ::open(path.constData(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644);

@@ -22,10 +22,16 @@ QString homeDir() {
     return home;
 }
 
-QString supportDir() { return xdgDir("XDG_DATA_HOME", ".local/share") + QStringLiteral("/Glimmo"); }
+QString supportDir() {
+    return xdgDir("XDG_DATA_HOME", ".local/share") + QStringLiteral("/Glimmo");
+}
 
-QString logFile() { return supportDir() + QStringLiteral("/log.txt"); }
+QString logFile() {
+    return supportDir() + QStringLiteral("/log.txt");
+}
 
-QString configDir() { return xdgDir("XDG_CONFIG_HOME", ".config") + QStringLiteral("/Glimmo"); }
+QString configDir() {
+    return xdgDir("XDG_CONFIG_HOME", ".config") + QStringLiteral("/Glimmo");
+}
 
 }  // namespace glimmo

@@ -40,9 +40,13 @@ std::optional<BoolMap> Defaults::boolMap(const QString& key) const {
     return out;
 }
 
-void Defaults::setBool(const QString& key, bool v) { setValue(key, QJsonValue(v)); }
+void Defaults::setBool(const QString& key, bool v) {
+    setValue(key, QJsonValue(v));
+}
 
-void Defaults::setString(const QString& key, const QString& v) { setValue(key, QJsonValue(v)); }
+void Defaults::setString(const QString& key, const QString& v) {
+    setValue(key, QJsonValue(v));
+}
 
 void Defaults::setStringList(const QString& key, const QStringList& v) {
     setValue(key, QJsonArray::fromStringList(v));
@@ -60,8 +64,12 @@ std::optional<QJsonValue> MemoryDefaults::value(const QString& key) const {
     return it->second;
 }
 
-void MemoryDefaults::setValue(const QString& key, const QJsonValue& v) { values_[key] = v; }
+void MemoryDefaults::setValue(const QString& key, const QJsonValue& v) {
+    values_[key] = v;
+}
 
-void MemoryDefaults::remove(const QString& key) { values_.erase(key); }
+void MemoryDefaults::remove(const QString& key) {
+    values_.erase(key);
+}
 
 }  // namespace platform

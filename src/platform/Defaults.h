@@ -22,8 +22,10 @@ public:
 
     std::optional<bool> boolValue(const QString& key) const;
     std::optional<QString> string(const QString& key) const;
-    std::optional<QStringList> stringList(const QString& key) const;  // absent if any item is not a string
-    std::optional<BoolMap> boolMap(const QString& key) const;         // absent if any value is not a boolean
+    std::optional<QStringList> stringList(
+        const QString& key) const;  // absent if any item is not a string
+    std::optional<BoolMap> boolMap(
+        const QString& key) const;  // absent if any value is not a boolean
 
     void setBool(const QString& key, bool value);
     void setString(const QString& key, const QString& value);

@@ -12,9 +12,13 @@
 
 namespace platform {
 
-JsonDefaults::JsonDefaults(QString path) : path_(std::move(path)) { load(); }
+JsonDefaults::JsonDefaults(QString path) : path_(std::move(path)) {
+    load();
+}
 
-QString JsonDefaults::standardPath() { return glimmo::configDir() + QStringLiteral("/defaults.json"); }
+QString JsonDefaults::standardPath() {
+    return glimmo::configDir() + QStringLiteral("/defaults.json");
+}
 
 void JsonDefaults::load() {
     QFile file(path_);
@@ -28,8 +32,9 @@ void JsonDefaults::load() {
         return;
     }
     // Keep the user's file for them to look at; the next write must not destroy it.
-    const QString aside = path_ + QStringLiteral(".unreadable-") +
-                          QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMdd-HHmmss-zzz"));
+    const QString aside =
+        path_ + QStringLiteral(".unreadable-") +
+        QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMdd-HHmmss-zzz"));
     if (QFile::rename(path_, aside))
         glimmo::log(QStringLiteral("settings file unreadable, kept aside as ") + aside);
     else {

@@ -56,13 +56,10 @@ TEST_F(ApplyTest, KeyboardSelectionReplacesTheParagraphAndCleansUpItsFirstCharac
     EXPECT_TRUE(desk.keyTap().press(key::Tab));
     ASSERT_TRUE(waitFor([&] { return desk.keyboard().posted().size() >= 7; }, 2000));
     EXPECT_EQ(field->text(), first + "\nWe were late to the meeting.\n" + last);
-    const std::vector<Press> expected{{key::Up, flag::Option},
-                                      {key::Right, 0},
-                                      {key::Down, flag::Shift | flag::Option},
-                                      {key::V, flag::Command},
-                                      {key::Up, flag::Option},
-                                      {key::ForwardDelete, 0},
-                                      {key::Down, flag::Option}};
+    const std::vector<Press> expected{
+        {key::Up, flag::Option},  {key::Right, 0},         {key::Down, flag::Shift | flag::Option},
+        {key::V, flag::Command},  {key::Up, flag::Option}, {key::ForwardDelete, 0},
+        {key::Down, flag::Option}};
     EXPECT_EQ(desk.keyboard().posted(), expected);
 }
 

@@ -52,7 +52,9 @@ protected:
         desk.type(text);
         tick();
     }
-    QString log() { return QString::fromUtf8(home.read(QStringLiteral(".local/share/Glimmo/log.txt"))); }
+    QString log() {
+        return QString::fromUtf8(home.read(QStringLiteral(".local/share/Glimmo/log.txt")));
+    }
     const overlay::Shown& bubble() { return engine->bubble->shown(); }
     bool suggestionShown() {
         return engine->bubble->visible() && bubble().kind == overlay::Shown::Kind::Suggestion;

@@ -81,7 +81,8 @@ TEST_F(GatesTest, ComposingSelectionAndThinTextWait) {
 }
 
 TEST_F(GatesTest, WebsiteSwitchesDecideInBrowsers) {
-    auto& chrome = desk.addApp(QStringLiteral("com.google.Chrome"), QStringLiteral("Google Chrome"));
+    auto& chrome =
+        desk.addApp(QStringLiteral("com.google.Chrome"), QStringLiteral("Google Chrome"));
     auto window = chrome.addWindow(QStringLiteral("Page"));
     auto page = window->add(QStringLiteral("AXWebArea"));
     page->set(QStringLiteral("AXURL"), Url{QStringLiteral("https://blocked.example.com/post")});

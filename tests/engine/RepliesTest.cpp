@@ -13,13 +13,15 @@ const QByteArray kStreamed =
     "text , \"I can't make 3, but 4 works.\"\n"
     "sleep 0.3\n"
     "text , \"Is there an agenda?\"]\n"
-    "result [\"Yes, I can join at 3.\", \"I can't make 3, but 4 works.\", \"Is there an agenda?\"]\n";
+    "result [\"Yes, I can join at 3.\", \"I can't make 3, but 4 works.\", \"Is there an "
+    "agenda?\"]\n";
 
 class RepliesTest : public EngineTest {
 protected:
     // Slack, with a conversation above an empty, focused message box.
     void openSlack(const QStringList& messages, const QString& boxText = {}) {
-        auto& slack = desk.addApp(QStringLiteral("com.tinyspeck.slackmacgap"), QStringLiteral("Slack"));
+        auto& slack =
+            desk.addApp(QStringLiteral("com.tinyspeck.slackmacgap"), QStringLiteral("Slack"));
         if (!window) window = slack.addWindow(QStringLiteral("general"));
         window->clearChildren();
         for (const QString& m : messages) window->addText(m);
@@ -47,9 +49,8 @@ TEST_F(RepliesTest, DraftsStreamInOneByOneAndTabInsertsTheChosenOne) {
     EXPECT_EQ(bubble().hint, QStringLiteral("keep typing to skip"));
 
     ASSERT_TRUE(waitFor([&] { return !lastRequest().isEmpty(); }));
-    EXPECT_EQ(lastRequest(),
-              "<reply>\n<where>Slack — Message #general</where>\n<conversation>\n" +
-                  kMessages.join(u' ') + "\n</conversation>\n</reply>");
+    EXPECT_EQ(lastRequest(), "<reply>\n<where>Slack — Message #general</where>\n<conversation>\n" +
+                                 kMessages.join(u' ') + "\n</conversation>\n</reply>");
 
     ASSERT_TRUE(waitFor([&] { return bubble().options.size() == 1; }));
     EXPECT_TRUE(bubble().more);
@@ -67,7 +68,8 @@ TEST_F(RepliesTest, DraftsStreamInOneByOneAndTabInsertsTheChosenOne) {
 
     EXPECT_TRUE(desk.keyTap().press(key::Tab));
     EXPECT_EQ(box->text(), QStringLiteral("I can't make 3, but 4 works."));
-    EXPECT_EQ(engine->cache.value(QStringLiteral("I can't make 3, but 4 works.")), QStringLiteral("="));
+    EXPECT_EQ(engine->cache.value(QStringLiteral("I can't make 3, but 4 works.")),
+              QStringLiteral("="));
     EXPECT_FALSE(engine->bubble->visible());
 
     // Back in the same box and conversation: the drafts come from the cache at once.
@@ -120,7 +122,8 @@ TEST_F(RepliesTest, UnreadableAnswerRemovesTheNotice) {
     openSlack(kMessages);
     tick();
     after(0.41);
-    ASSERT_TRUE(waitFor([&] { return log().contains(QStringLiteral("reply options unreadable")); }));
+    ASSERT_TRUE(
+        waitFor([&] { return log().contains(QStringLiteral("reply options unreadable")); }));
     EXPECT_FALSE(engine->bubble->visible());
     EXPECT_FALSE(engine->replies);
 }
@@ -142,10 +145,12 @@ TEST_F(RepliesTest, MailSendsTheQuotedMessageBelowTheCaret) {
 }
 
 TEST_F(RepliesTest, GmailInAChromiumBrowserAndNowhereElse) {
-    auto& chrome = desk.addApp(QStringLiteral("com.google.Chrome"), QStringLiteral("Google Chrome"));
+    auto& chrome =
+        desk.addApp(QStringLiteral("com.google.Chrome"), QStringLiteral("Google Chrome"));
     auto window = chrome.addWindow(QStringLiteral("Inbox"));
     auto page = window->add(QStringLiteral("AXWebArea"));
-    page->set(QStringLiteral("AXURL"), Url{QStringLiteral("https://mail.google.com/mail/u/0/#inbox/1")});
+    page->set(QStringLiteral("AXURL"),
+              Url{QStringLiteral("https://mail.google.com/mail/u/0/#inbox/1")});
     page->addText(QStringLiteral("Ana: could you send me the deck before Friday?"));
     auto box = page->add(fake::TextField::create());
     box->set(QStringLiteral("AXDescription"), QStringLiteral("Message Body"));
@@ -154,8 +159,9 @@ TEST_F(RepliesTest, GmailInAChromiumBrowserAndNowhereElse) {
     tick();
     after(0.41);
     ASSERT_TRUE(waitFor([&] { return !lastRequest().isEmpty(); }));
-    EXPECT_TRUE(lastRequest().startsWith(
-        "<reply>\n<where>Google Chrome (Gmail) — Message Body</where>\n<conversation>\nAna: could"));
+    EXPECT_TRUE(
+        lastRequest().startsWith("<reply>\n<where>Google Chrome (Gmail) — Message "
+                                 "Body</where>\n<conversation>\nAna: could"));
 
     // An empty box in a word processor is not a reply box.
     engine->cancel();

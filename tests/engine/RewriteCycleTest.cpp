@@ -16,15 +16,15 @@ ClipContents userClipboard() {
 }
 
 TEST_F(EngineTest, RewriteStreamsInAndTabReplacesOnlyThatParagraph) {
-    script("init\ntext We need\nsleep 0.3\ntext  the deck\nsleep 0.3\nanswer " +
-           kRewrite.toUtf8() + "\n");
+    script("init\ntext We need\nsleep 0.3\ntext  the deck\nsleep 0.3\nanswer " + kRewrite.toUtf8() +
+           "\n");
     auto field = desk.openField("com.apple.TextEdit", kFirst + "\n" + kTyped);
     desk.clipboard().setItems(userClipboard());
 
     tick();  // a new field: typing
     after(0.2);
     EXPECT_FALSE(engine->claude.requestInFlight()) << "asked before the pause";
-    after(0.11); // 0.3 s after a full stop
+    after(0.11);  // 0.3 s after a full stop
     EXPECT_TRUE(engine->claude.requestInFlight());
     ASSERT_TRUE(waitFor([&] { return !lastRequest().isEmpty(); }));
     EXPECT_EQ(lastRequest(), "<text>\n" + kTyped + "\n</text>");

@@ -17,8 +17,8 @@ bool worth(const QString& paragraph, Languages& source, const QString& text = {}
 
 TEST(WorthAsking, LatinTextNeedsSixCharactersAndThreeWords) {
     Languages en;
-    EXPECT_FALSE(worth("a b c", en));          // 5 characters
-    EXPECT_TRUE(worth("a b cd", en));          // 6 characters, 3 words
+    EXPECT_FALSE(worth("a b c", en));  // 5 characters
+    EXPECT_TRUE(worth("a b cd", en));  // 6 characters, 3 words
     EXPECT_FALSE(worth("Supercalifragilistic expialidocious", en));
     EXPECT_TRUE(worth("  we are needing it  \n", en));  // blanks around do not count
     // Grapheme clusters, not code units: three flags are three characters.
@@ -44,7 +44,7 @@ TEST(WorthAsking, ChineseNeedsFourIdeographsAndNoPinyinBeforeTheCaret) {
     Languages en;
     Languages zh;
     zh.list = {"zh-Hans"};
-    EXPECT_FALSE(worth(QString::fromUtf8("我们明"), en));  // under six characters anyway
+    EXPECT_FALSE(worth(QString::fromUtf8("我们明"), en));        // under six characters anyway
     EXPECT_FALSE(worth(QString::fromUtf8("我们明 ok ok"), en));  // three ideographs
     EXPECT_TRUE(worth(QString::fromUtf8("我们明天开会"), en));
     EXPECT_TRUE(worth(QString::fromUtf8("我们明天开会"), zh));

@@ -11,7 +11,8 @@ namespace testsupport {
 
 TempHome::TempHome() {
     for (const char* name : {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME"}) {
-        saved_[name] = qEnvironmentVariableIsSet(name) ? std::optional(qgetenv(name)) : std::nullopt;
+        saved_[name] =
+            qEnvironmentVariableIsSet(name) ? std::optional(qgetenv(name)) : std::nullopt;
     }
     qputenv("HOME", dir_.path().toLocal8Bit());
     qunsetenv("XDG_DATA_HOME");
@@ -20,8 +21,10 @@ TempHome::TempHome() {
 
 TempHome::~TempHome() {
     for (const auto& [name, value] : saved_) {
-        if (value) qputenv(name.constData(), *value);
-        else qunsetenv(name.constData());
+        if (value)
+            qputenv(name.constData(), *value);
+        else
+            qunsetenv(name.constData());
     }
 }
 
