@@ -172,4 +172,24 @@ TEST_F(RepliesTest, GmailInAChromiumBrowserAndNowhereElse) {
     EXPECT_TRUE(log().contains(QStringLiteral("debug: empty field")));
 }
 
+TEST_F(RepliesTest, OutlookReplyOfTwoLinesIsNotRewrittenAfterwards) {
+    script(R"(answer ["Hi Ana,\nYes, I will send it today.", "Hi Ana,\nNot today.", "Which deck?"])"
+           "\n");
+    auto& outlook =
+        desk.addApp(QStringLiteral("com.microsoft.Outlook"), QStringLiteral("Microsoft Outlook"));
+    auto window = outlook.addWindow(QStringLiteral("Re: Deck"));
+    window->addText(QStringLiteral("Ana Lopez: Could you send me the deck today?"));
+    auto box = window->add(fake::TextField::create());
+    outlook.focus(box);
+    desk.setFrontmost(outlook.pid());
+    tick();
+    after(0.41);
+    ASSERT_TRUE(waitFor([&] { return engine->replies && !engine->draftingReplies; }));
+    EXPECT_TRUE(desk.keyTap().press(key::Tab));
+    EXPECT_EQ(box->text(), QStringLiteral("Hi Ana,\nYes, I will send it today."));
+    EXPECT_EQ(engine->cache.value(QStringLiteral("Hi Ana,")), QStringLiteral("="));
+    EXPECT_EQ(engine->cache.value(QStringLiteral("Yes, I will send it today.")),
+              QStringLiteral("="));
+}
+
 }  // namespace
