@@ -152,6 +152,9 @@ void Glimmo::insertReply(int index) {
     const QString option = replies->options.at(index);
     clearShown();
     for (const QString& line : option.split(u'\n')) cache.insert(line, QStringLiteral("="));
+    // Until the application has fetched the pasted text the box still reads as empty; restart
+    // the drafting pause so the cached list does not flash up again meanwhile.
+    lastChange = p_.clock.now();
     paste(option);
 }
 
