@@ -190,6 +190,17 @@ TEST_F(RepliesTest, OutlookReplyOfTwoLinesIsNotRewrittenAfterwards) {
     EXPECT_EQ(engine->cache.value(QStringLiteral("Hi Ana,")), QStringLiteral("="));
     EXPECT_EQ(engine->cache.value(QStringLiteral("Yes, I will send it today.")),
               QStringLiteral("="));
+
+    // An application slow to fetch the pasted reply still shows an empty box for a moment; the
+    // list must not come back meanwhile.
+    box->setText({});
+    box->quirks().ignoreKeys = true;
+    tick();
+    after(0.41);
+    ASSERT_TRUE(engine->replies);
+    EXPECT_TRUE(desk.keyTap().press(key::Tab));
+    after(0.2);
+    EXPECT_FALSE(engine->bubble->visible());
 }
 
 }  // namespace
