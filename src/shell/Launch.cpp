@@ -47,6 +47,9 @@ int runNormalLaunch() {
             QStringLiteral("no X display: keys, the key tap and the frontmost application "
                            "are out of reach on a Wayland-only session"));
     platform::Platform platform = desktop.platform(defaults, clock);
+    // Until the setup window exists, switching the accessibility bus on is done here: without
+    // it no application shows Glimmo its text boxes.
+    if (!platform.ax.trusted()) platform.ax.requestTrust();
     engine::Glimmo engine(platform, rules::AppRules::shared(defaults));
     engine.start();
     return QApplication::exec();
