@@ -4,6 +4,7 @@
 #include <QString>
 #include <optional>
 
+#include "main/Graphemes.h"
 #include "platform/Ax.h"
 #include "platform/Clock.h"
 #include "platform/Workspace.h"
@@ -41,9 +42,8 @@ std::optional<ReplyContext> replyContext(platform::Ax& ax, const platform::Clock
                                          const platform::Element& box, const QString& text,
                                          qint64 caret);
 
-// Lengths and cuts in user-perceived characters (grapheme clusters).
-qsizetype graphemeCount(const QString& text);
-QString lastGraphemes(const QString& text, qsizetype count);
-QString firstGraphemes(const QString& text, qsizetype count);
+using glimmo::firstGraphemes;
+using glimmo::graphemeCount;
+using glimmo::lastGraphemes;
 
 }  // namespace ax

@@ -4,12 +4,12 @@
 #include <QJsonDocument>
 #include <QPointer>
 #include <QProcess>
-#include <QTextBoundaryFinder>
 
 #include "claude/Locate.h"
 #include "claude/Profile.h"
 #include "claude/Warm.h"
 #include "main/Constants.h"
+#include "main/Graphemes.h"
 #include "main/Log.h"
 #include "main/Paths.h"
 
@@ -61,14 +61,6 @@ QByteArray inputLine(const QString& text) {
     const QJsonObject record{{QStringLiteral("type"), QStringLiteral("user")},
                              {QStringLiteral("message"), message}};
     return QJsonDocument(record).toJson(QJsonDocument::Compact) + '\n';
-}
-
-// User-perceived characters, as the log counts them.
-int graphemes(const QString& text) {
-    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
-    int count = 0;
-    while (finder.toNextBoundary() != -1) ++count;
-    return count;
 }
 
 QString oneDecimal(double seconds) {
@@ -185,7 +177,7 @@ void Exchange::finish(qint64 generation, double start, const QString& text, cons
     const QString kind = text.startsWith(QLatin1String("<reply>")) ? QStringLiteral("reply options")
                          : *answer == QLatin1String("=")           ? QStringLiteral("no change")
                                                                    : QStringLiteral("suggestion");
-    glimmo::log(QString::number(graphemes(text)) + QStringLiteral(" chars -> ") + kind +
+    glimmo::log(QString::number(glimmo::graphemeCount(text)) + QStringLiteral(" chars -> ") + kind +
                 QStringLiteral(" in ") + elapsed + QStringLiteral("s (process ready for ") +
                 oneDecimal(age) + QStringLiteral("s)"));
     if (onDone) onDone(*answer);

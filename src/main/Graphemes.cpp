@@ -1,9 +1,9 @@
 // Cuts by user-perceived characters, so that an emoji or an accented letter is never halved.
 #include <QTextBoundaryFinder>
 
-#include "ax/Conversation.h"
+#include "main/Graphemes.h"
 
-namespace ax {
+namespace glimmo {
 
 qsizetype graphemeCount(const QString& text) {
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
@@ -35,4 +35,4 @@ QString firstGraphemes(const QString& text, qsizetype count) {
     return text.left(position);
 }
 
-}  // namespace ax
+}  // namespace glimmo
