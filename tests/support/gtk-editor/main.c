@@ -15,6 +15,8 @@
  *   --print-clipboard      prints what another application finds on the clipboard
  *                          ("targets ...", "text ...", "image WxH") and quits */
 #include <gtk/gtk.h>
+
+#include "../gtk-report.h"
 #include <stdio.h>
 #include <string.h>
 
@@ -85,22 +87,6 @@ static int print_clipboard(void) {
     }
     fflush(stdout);
     return 0;
-}
-
-static gboolean on_key(GtkWidget* widget, GdkEventKey* event, gpointer data) {
-    (void)widget;
-    (void)data;
-    printf("key %s %u\n", gdk_keyval_name(event->keyval),
-           event->state & (GDK_SHIFT_MASK | GDK_CONTROL_MASK | GDK_MOD1_MASK));
-    fflush(stdout);
-    return FALSE;
-}
-
-static gboolean announce(gpointer data) {
-    (void)data;
-    printf("ready\n");
-    fflush(stdout);
-    return G_SOURCE_REMOVE;
 }
 
 static void activate(GtkApplication* app, gpointer data) {

@@ -8,6 +8,8 @@
  * press that reaches the window is printed as "key <name> <modifier mask>", and "ready" once the
  * window is shown with the message box focused, as the GTK test editor does. */
 #include <gtk/gtk.h>
+
+#include "../gtk-report.h"
 #include <stdio.h>
 #include <string.h>
 
@@ -21,22 +23,6 @@ static const char* builtin[] = {
 };
 static const char* messages[MAX_MESSAGES];
 static int message_count = 0;
-
-static gboolean on_key(GtkWidget* widget, GdkEventKey* event, gpointer data) {
-    (void)widget;
-    (void)data;
-    printf("key %s %u\n", gdk_keyval_name(event->keyval),
-           event->state & (GDK_SHIFT_MASK | GDK_CONTROL_MASK | GDK_MOD1_MASK));
-    fflush(stdout);
-    return FALSE;
-}
-
-static gboolean announce(gpointer data) {
-    (void)data;
-    printf("ready\n");
-    fflush(stdout);
-    return G_SOURCE_REMOVE;
-}
 
 static GtkWidget* message_label(const char* text) {
     GtkWidget* label = gtk_label_new(text);
