@@ -118,4 +118,17 @@ TEST_F(GatesTest, OwnWindowsLeaveEverythingAsItIs) {
     EXPECT_TRUE(engine->bubble->visible());
 }
 
+TEST_F(GatesTest, ChineseWaitsForTheInputMethodToFinish) {
+    const QString typed = QString::fromUtf8("我们明天下午开会讨论 ni'hao");
+    desk.openField("com.apple.TextEdit", typed);
+    EXPECT_TRUE(asks()) << "without a Chinese input source the Latin letters are English";
+    engine->cancel();
+
+    desk.inputSource().setLanguages({QStringLiteral("zh-Hans")});
+    desk.openField("com.apple.TextEdit", typed);
+    EXPECT_FALSE(asks()) << "pinyin still being typed before the caret";
+    desk.openField("com.apple.TextEdit", QString::fromUtf8("我们明天下午开会讨论。"));
+    EXPECT_TRUE(asks());
+}
+
 }  // namespace
