@@ -134,15 +134,7 @@ void Glimmo::tick() {
         }
     }
 
-    const auto kind = rules_.kindOf(id);
-    bool on;
-    if (kind && kind->locked)
-        on = false;
-    else if (browser && frontHost)
-        on = rules_.siteState(*frontHost).value_or(rules_.appState(id));
-    else
-        on = rules_.appState(id);
-    if (!on) {
+    if (!rules_.isOn(id, frontHost)) {
         why(QStringLiteral("off on ") + (frontHost ? *frontHost : id));
         forgetField();
         return;
