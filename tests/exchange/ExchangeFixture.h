@@ -48,12 +48,18 @@ protected:
 
     void script(const QByteArray& text) { testsupport::setStandinScript(home, text); }
 
-    // Sends a request and waits until it is no longer in flight.
-    std::shared_ptr<Outcome> ask(const QString& text, int timeoutMs = 5000) {
+    // Sends a request and returns at once; the outcome fills in as the answer arrives.
+    std::shared_ptr<Outcome> send(const QString& text) {
         auto outcome = std::make_shared<Outcome>();
         exchange->ask(
             text, [outcome](const QString& s) { outcome->partials << s; },
             [outcome](const QString& s) { outcome->done << s; });
+        return outcome;
+    }
+
+    // Sends a request and waits until it is no longer in flight.
+    std::shared_ptr<Outcome> ask(const QString& text, int timeoutMs = 5000) {
+        auto outcome = send(text);
         testsupport::waitUntil([this] { return !exchange->requestInFlight(); }, timeoutMs);
         return outcome;
     }

@@ -1,7 +1,6 @@
 // Requests that succeed: the launch, what the caller receives, and the success line in the log.
 #include <QCoreApplication>
 #include <QFileInfo>
-#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -20,12 +19,9 @@ TEST_F(ExchangeTest, LaunchesWithTheSeventeenArgumentsTheEnvironmentAndTheSuppor
     const auto outcome = ask(QStringLiteral("<text>\nhello there\n</text>"));
     EXPECT_EQ(standinRecord(home, "bad-args"), QByteArray());
 
-    const QList<QByteArray> args = standinRecord(home, "args").split('\0');
-    ASSERT_EQ(args.size(), 18);  // 17 arguments, each followed by a NUL
-    EXPECT_EQ(args[4], "--setting-sources");
-    EXPECT_EQ(args[5], "");
-    EXPECT_EQ(args[8], "");
-    EXPECT_EQ(QString::fromUtf8(args[16]), claude::Profile(defaults).prompt());
+    // The stand-in refuses (in "bad-args") any argument but the last one, the prompt.
+    EXPECT_EQ(QString::fromUtf8(standinRecord(home, "args").split('\0').value(16)),
+              claude::Profile(defaults).prompt());
 
     const QList<QByteArray> env = standinRecord(home, "env").split('\0');
     EXPECT_TRUE(env.contains("HOME=" + home.path().toUtf8()));
@@ -95,15 +91,6 @@ TEST_F(ExchangeTest, KindWordAgeWithoutAWaitingProcessAndCharacterCount) {
                            "20 chars -> suggestion in 0.0s (process ready for -1.0s)"}));
 }
 
-TEST_F(ExchangeTest, DefaultStandinAnswersBothKindsOfBody) {
-    auto outcome = ask("<reply>\nLunch?\n</reply>");
-    ASSERT_EQ(outcome->done.size(), 1);
-    const QJsonArray options = QJsonDocument::fromJson(outcome->done[0].toUtf8()).array();
-    EXPECT_EQ(options.size(), 3);
-    outcome = ask("<text>\nAll good.\n</text>");
-    EXPECT_EQ(outcome->done, QStringList{"="});
-}
-
 TEST_F(ExchangeTest, OnlyTheFirstResultCountsAndNothingFollowsIt) {
     // Two results in one read, then deltas after the answer.
     script(
@@ -116,18 +103,6 @@ TEST_F(ExchangeTest, OnlyTheFirstResultCountsAndNothingFollowsIt) {
     EXPECT_EQ(outcome->done, QStringList{"first"});
     EXPECT_TRUE(outcome->partials.isEmpty());
     EXPECT_EQ(logLines().size(), 1);
-}
-
-TEST_F(ExchangeTest, LineSplitAcrossReadsIsParsedOnceWhole) {
-    script(
-        "write {\"type\":\"stream_event\",\"event\":{\"delta\":{\"type\":\"text_de\n"
-        "sleep 0.1\n"
-        "write lta\",\"text\":\"Hi\"}}}\\n{\"type\":\"result\",\"res\n"
-        "sleep 0.1\n"
-        "line ult\":\"Hi there.\"}\n");
-    const auto outcome = ask("<text>\nhi\n</text>");
-    EXPECT_EQ(outcome->partials, QStringList{"Hi"});
-    EXPECT_EQ(outcome->done, QStringList{"Hi there."});
 }
 
 TEST_F(ExchangeTest, WarmProcessIsKeptUntilItIsSixHundredSecondsOld) {

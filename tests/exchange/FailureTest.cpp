@@ -85,11 +85,8 @@ TEST_F(ExchangeTest, WatchdogEndsAProcessThatNeverAnswers) {
 
 TEST_F(ExchangeTest, CancelDuringARequestDropsTheReplyAsStale) {
     script("text Half an ans\nhang\n");
-    auto outcome = std::make_shared<Outcome>();
     exchange->pendingText = QStringLiteral("whole field");
-    exchange->ask(
-        "<text>\nhello\n</text>", [outcome](const QString& s) { outcome->partials << s; },
-        [outcome](const QString& s) { outcome->done << s; });
+    const auto outcome = send("<text>\nhello\n</text>");
     ASSERT_TRUE(waitUntil([&] { return !outcome->partials.isEmpty(); }));
     const qint64 before = exchange->generation();
     const QString pid = runs().value(0);
@@ -108,14 +105,11 @@ TEST_F(ExchangeTest, CancelDuringARequestDropsTheReplyAsStale) {
 TEST_F(ExchangeTest, StaleAnswerLeavesTheNewerRequestAlone) {
     // The first request answers late, after the engine moved on and sent a second one.
     script("sleep 0.3\nresult late\n");
-    auto first = std::make_shared<Outcome>();
-    exchange->ask("<text>\none\n</text>", nullptr, [first](const QString& s) { first->done << s; });
+    const auto first = send("<text>\none\n</text>");
     exchange->cancel();
     script("hang\n");
-    auto second = std::make_shared<Outcome>();
     exchange->pendingText = QStringLiteral("second field");
-    exchange->ask("<text>\ntwo\n</text>", nullptr,
-                  [second](const QString& s) { second->done << s; });
+    send("<text>\ntwo\n</text>");
     ASSERT_TRUE(waitUntil([&] { return notes.contains("stale reply dropped"); }));
     EXPECT_TRUE(first->done.isEmpty());
     EXPECT_TRUE(exchange->requestInFlight());
@@ -125,19 +119,12 @@ TEST_F(ExchangeTest, StaleAnswerLeavesTheNewerRequestAlone) {
 
 TEST_F(ExchangeTest, BodyWithALoneSurrogateIsNotSent) {
     exchange->warmUp();
-    QString body = QStringLiteral("<text>\nbroken ");
-    body += QChar(0xD800);
-    body += QStringLiteral("\n</text>");
-    const auto outcome = ask(body);
-    EXPECT_FALSE(exchange->requestInFlight());
-    EXPECT_TRUE(exchange->hasWarm());  // still waiting for a request it can take
-    EXPECT_TRUE(outcome->done.isEmpty());
-    QString reversed = QStringLiteral("<text>\n");
-    reversed += QChar(0xDC00);
-    reversed += QChar(0xD800);
-    reversed += QStringLiteral("\n</text>");
-    ask(reversed);
-    EXPECT_TRUE(exchange->hasWarm());
+    for (const QString& broken : {QString(QChar(0xD800)), QString(QChar(0xDC00)) + QChar(0xD800)}) {
+        const auto outcome = ask("<text>\nbroken " + broken + "\n</text>");
+        EXPECT_FALSE(exchange->requestInFlight());
+        EXPECT_TRUE(exchange->hasWarm());  // still waiting for a request it can take
+        EXPECT_TRUE(outcome->done.isEmpty());
+    }
     EXPECT_TRUE(testsupport::standinRecord(home, "stdin").isEmpty());
     // A proper pair goes through.
     EXPECT_EQ(ask(QString::fromUtf8("<text>\nok 😀\n</text>"))->done, QStringList{"Ok 😀."});
@@ -145,10 +132,7 @@ TEST_F(ExchangeTest, BodyWithALoneSurrogateIsNotSent) {
 
 TEST_F(ExchangeTest, DestroyingTheExchangeMidRequestCallsNothingAndReapsTheChild) {
     script("text a\nsleep 0.2\nresult b\n");
-    auto outcome = std::make_shared<Outcome>();
-    exchange->ask(
-        "<text>\nhello\n</text>", [outcome](const QString& s) { outcome->partials << s; },
-        [outcome](const QString& s) { outcome->done << s; });
+    const auto outcome = send("<text>\nhello\n</text>");
     ASSERT_TRUE(waitUntil([&] { return !runs().isEmpty(); }));
     const QString pid = runs()[0];
     exchange.reset();
@@ -169,10 +153,7 @@ TEST_F(ExchangeTest, DeadProcessesAreReplacedWhileWaitingAndReportedWhileAsked) 
 
     // Killed while answering, as in a crash: a failure, and nothing else is delivered.
     script("text Part\nhang\n");
-    auto outcome = std::make_shared<Outcome>();
-    exchange->ask(
-        "<text>\nhello\n</text>", [outcome](const QString& s) { outcome->partials << s; },
-        [outcome](const QString& s) { outcome->done << s; });
+    const auto outcome = send("<text>\nhello\n</text>");
     ASSERT_TRUE(waitUntil([&] { return !outcome->partials.isEmpty(); }));
     ::kill(runs().last().toInt(), SIGKILL);
     ASSERT_TRUE(waitUntil([&] { return !exchange->requestInFlight(); }));

@@ -88,7 +88,7 @@ TEST_F(ExchangeTest, FiftyMegabytesWithoutALineFeedStayBounded) {
     EXPECT_LT(peakKb() - start, 24 * 1024);
 }
 
-TEST_F(ExchangeTest, GarbageAroundTheAnswerIsSkipped) {
+TEST_F(ExchangeTest, GarbageAroundTheAnswerIsSkippedAndSplitLinesAreReadWhole) {
     script(
         "line this is not json\n"
         "line "
@@ -100,8 +100,11 @@ TEST_F(ExchangeTest, GarbageAroundTheAnswerIsSkipped) {
         "line {\"type\":null,\"result\":\"x\"}\n"
         "line \\x80\\x81\\x82\n"
         "write \\r\\n\\n\\n\n"
-        "text Good\n"
-        "result Good answer.\n");
+        "write {\"type\":\"stream_event\",\"event\":{\"delta\":{\"type\":\"text_de\n"
+        "sleep 0.1\n"
+        "write lta\",\"text\":\"Good\"}}}\\n{\"type\":\"result\",\"res\n"
+        "sleep 0.1\n"
+        "line ult\":\"Good answer.\"}\n");
     const auto outcome = ask("<text>\nhello\n</text>");
     EXPECT_EQ(outcome->partials, QStringList{"Good"});
     EXPECT_EQ(outcome->done, QStringList{"Good answer."});
