@@ -55,10 +55,8 @@ TEST(Profile, WriterSentenceCases) {
     EXPECT_EQ(p.about(), QStringLiteral("Alex is Head of Sales at") + company +
                              " Their first language is Spanish; English is a second language.");
 
-    for (const char* english : {"english", "ENGLISH", "English"}) {
-        p.setLanguage(english);
-        EXPECT_EQ(p.about(), QStringLiteral("Alex is Head of Sales at") + company) << english;
-    }
+    p.setLanguage("ENGLISH");
+    EXPECT_EQ(p.about(), QStringLiteral("Alex is Head of Sales at") + company);
     p.setLanguage("English (UK)");
     EXPECT_TRUE(
         p.about().endsWith(" Their first language is English (UK); English is a second language."));
@@ -74,7 +72,7 @@ TEST(Profile, NonStringValuesReadAsEmpty) {
     EXPECT_EQ(p.about(), QStringLiteral("The writer works at") + company);
 }
 
-TEST(Profile, PromptPiecesAndFixedLength) {
+TEST(Profile, PromptCarriesTheCurrentWriterSentence) {
     platform::MemoryDefaults d;
     claude::Profile p(d);
     const QString opening = QStringLiteral(
@@ -83,48 +81,25 @@ TEST(Profile, PromptPiecesAndFixedLength) {
     ASSERT_TRUE(prompt.startsWith(opening + p.about() + " They write to colleagues"));
     EXPECT_TRUE(prompt.endsWith("Output only a JSON array of the three replies as strings."));
 
-    const QByteArray fixed = prompt.mid(opening.size() + p.about().size()).toUtf8();
-    EXPECT_EQ(fixed.size(), 2102);
-    EXPECT_EQ(fixed.count('\n'), 16);
-    EXPECT_TRUE(fixed.contains("(\"are needing\", \"discussing about\", \"in next week\")"));
-    EXPECT_TRUE(fixed.contains("Email: \"Hi <first name>,\" then two to four sentences"));
-    EXPECT_EQ(fixed.count("\n\n"), 4);  // the four empty lines, no more
-    EXPECT_TRUE(fixed.contains("<reply>.\n\n<text> holds"));
-
     // Built afresh: an edit shows in the next read.
     p.setName("Alex");
     EXPECT_TRUE(p.prompt().startsWith(opening + "Alex works at"));
 }
 
 TEST(Profile, DefaultLanguageFromLocaleVariables) {
-    {
-        LocaleEnv env(Vars{{"LANGUAGE", "en_US:de_DE"}, {"LANG", "en_US.UTF-8"}});
-        EXPECT_EQ(claude::defaultLanguage(), "German");
-    }
-    {
-        LocaleEnv env(Vars{{"LANG", "en_GB.UTF-8"}});
-        EXPECT_EQ(claude::defaultLanguage(), "English");
-    }
-    {
-        LocaleEnv env(Vars{});
-        EXPECT_EQ(claude::defaultLanguage(), "English");
-    }
-    {
-        LocaleEnv env(Vars{{"LANG", "C.UTF-8"}, {"LC_MESSAGES", "POSIX"}});
-        EXPECT_EQ(claude::defaultLanguage(), "English");
-    }
-    {
+    const std::pair<Vars, const char*> cases[] = {
+        {{{"LANGUAGE", "en_US:de_DE"}, {"LANG", "en_US.UTF-8"}}, "German"},
+        {{{"LANG", "en_GB.UTF-8"}}, "English"},
+        {{}, "English"},
+        {{{"LANG", "C.UTF-8"}, {"LC_MESSAGES", "POSIX"}}, "English"},
         // LANGUAGE comes first, then LC_ALL before LC_MESSAGES before LANG.
-        LocaleEnv env(Vars{{"LANGUAGE", "en-US:zh-Hans-CN"}, {"LC_ALL", "fr_FR.UTF-8"}});
-        EXPECT_EQ(claude::defaultLanguage(), "Chinese");
-    }
-    {
-        LocaleEnv env(Vars{{"LC_ALL", "es_MX.UTF-8"}, {"LC_MESSAGES", "de_DE"}, {"LANG", "it_IT"}});
-        EXPECT_EQ(claude::defaultLanguage(), "Spanish");
-    }
-    {
-        LocaleEnv env(Vars{{"LC_MESSAGES", "pt_BR@euro"}, {"LANG", "it_IT"}});
-        EXPECT_EQ(claude::defaultLanguage(), "Portuguese");
+        {{{"LANGUAGE", "en-US:zh-Hans-CN"}, {"LC_ALL", "fr_FR.UTF-8"}}, "Chinese"},
+        {{{"LC_ALL", "es_MX.UTF-8"}, {"LC_MESSAGES", "de_DE"}, {"LANG", "it_IT"}}, "Spanish"},
+        {{{"LC_MESSAGES", "pt_BR@euro"}, {"LANG", "it_IT"}}, "Portuguese"},
+    };
+    for (const auto& [vars, language] : cases) {
+        LocaleEnv env(vars);
+        EXPECT_EQ(claude::defaultLanguage(), language) << language;
     }
 }
 
