@@ -14,7 +14,7 @@
 //   bad-args  why the arguments were refused; the program then exits with status 2
 //
 // Script: one command a line, blank lines and lines starting with '#' ignored. In the argument
-// of every command the escapes \n \r \t \\ \0 and \xHH stand for those bytes.
+// of every command the escapes \n \r \t \b \f \\ \0 and \xHH stand for those bytes.
 //
 //   startup SECONDS    sleep this long before reading the input (the real program needs ~0.8 s)
 //   init               the two "system" lines the real program writes first
@@ -89,6 +89,13 @@ void pauseFor(double seconds) {
     }
 }
 
+// The byte a one-letter escape stands for (the script's and JSON's alike), else the letter.
+char escaped(char c) {
+    static const std::string letters = "nrtbf0", bytes{'\n', '\r', '\t', '\b', '\f', '\0'};
+    const size_t at = letters.find(c);
+    return at == std::string::npos ? c : bytes[at];
+}
+
 std::string unescape(const std::string& s) {
     std::string out;
     for (size_t i = 0; i < s.size(); ++i) {
@@ -97,19 +104,11 @@ std::string unescape(const std::string& s) {
             continue;
         }
         const char c = s[++i];
-        if (c == 'n')
-            out += '\n';
-        else if (c == 'r')
-            out += '\r';
-        else if (c == 't')
-            out += '\t';
-        else if (c == '0')
-            out += '\0';
-        else if (c == 'x' && i + 2 < s.size()) {
+        if (c == 'x' && i + 2 < s.size()) {
             out += char(std::strtol(s.substr(i + 1, 2).c_str(), nullptr, 16));
             i += 2;
         } else
-            out += c;
+            out += escaped(c);
     }
     return out;
 }
@@ -156,17 +155,7 @@ std::string contentOf(const std::string& input) {
             continue;
         }
         const char c = input[++i];
-        if (c == 'n')
-            out += '\n';
-        else if (c == 't')
-            out += '\t';
-        else if (c == 'r')
-            out += '\r';
-        else if (c == 'b')
-            out += '\b';
-        else if (c == 'f')
-            out += '\f';
-        else if (c == 'u' && i + 4 < input.size()) {
+        if (c == 'u' && i + 4 < input.size()) {
             unsigned cp = unsigned(std::strtoul(input.substr(i + 1, 4).c_str(), nullptr, 16));
             i += 4;
             if (cp >= 0xD800 && cp < 0xDC00 && i + 6 < input.size() && input[i + 1] == '\\') {
@@ -177,7 +166,7 @@ std::string contentOf(const std::string& input) {
             }
             appendUtf8(out, cp);
         } else
-            out += c;
+            out += escaped(c);
     }
     return out;
 }
