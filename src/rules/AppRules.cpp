@@ -107,9 +107,13 @@ bool AppRules::isOn(const QString& app, const std::optional<QString>& host) cons
 void AppRules::setKind(const AppKind& kind, bool on) {
     kindOn_[kind.id] = on;
     persist(kKindOn, kindOn_);
-    for (const QString& app : kind.apps) {
-        if (appOn_.erase(app)) persist(kAppOn, appOn_);
-    }
+    // Every application of the kind: the catalogue's, and the Linux-only ones that the catalogue
+    // does not list, whichever of their names the switch was stored under.
+    const auto erased = std::erase_if(appOn_, [&](const auto& entry) {
+        const std::optional<AppKind> of = kindOf(entry.first);
+        return of && of->id == kind.id;
+    });
+    if (erased) persist(kAppOn, appOn_);
     // Only the listed names: a longer host the user switched keeps its entry.
     for (const QString& site : kind.sites) {
         if (siteOn_.erase(site)) persist(kSiteOn, siteOn_);

@@ -38,7 +38,6 @@ TEST(TextOffsets, LoneSurrogatesCountAsOneCharacter) {
     EXPECT_EQ(fromUtf16(text, 3, OffsetUnit::CodePoint), 3);
 }
 
-#include "platform/linux/AppIds.h"
 #include "platform/linux/DesktopEntries.h"
 #include "platform/linux/LinuxInputSource.h"
 
@@ -58,16 +57,6 @@ TEST(DesktopEntry, LocalizedNameAndOnlyApplications) {
     EXPECT_TRUE(
         parseDesktopEntry("[Desktop Entry]\nType=Application\nName=A\nNoDisplay=true\n", "x", "")
             ->hidden);
-}
-
-TEST(AppIds, LinuxNamesResolveToTheCatalogue) {
-    EXPECT_EQ(catalogueId({"", "com.slack.Slack"}), "com.tinyspeck.slackmacgap");
-    EXPECT_EQ(catalogueId({"Navigator", "firefox-esr"}), "org.mozilla.firefox");
-    // The first candidate the table knows decides.
-    EXPECT_EQ(catalogueId({"org.example.Unknown", "discord", "slack"}), "com.hnc.Discord");
-    EXPECT_EQ(catalogueId({"org.example.Unknown"}), "");
-    EXPECT_TRUE(linuxNamesOf("com.tinyspeck.slackmacgap").contains("slack"));
-    EXPECT_TRUE(linuxNamesOf("org.example.Unknown").isEmpty());
 }
 
 TEST(InputSourceNames, LayoutsAndLocalesBecomeLanguageCodes) {

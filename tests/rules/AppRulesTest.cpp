@@ -151,6 +151,26 @@ TEST(AppRules, SetKindClearsItsOwnEntries) {
     EXPECT_FALSE(r.isOn("com.apple.mail", std::nullopt));
 }
 
+// Linux-only applications follow their kind like the catalogue's own: a kind switched off and
+// on again takes back the user's switches of all its applications.
+TEST(AppRules, KindsOverLinuxOnlyApplications) {
+    platform::MemoryDefaults d;
+    AppRules r(d);
+    const QString thunderbird = "org.mozilla.Thunderbird";
+    EXPECT_TRUE(r.isOn(thunderbird, std::nullopt));
+    EXPECT_FALSE(r.isOn("org.gnome.Terminal", std::nullopt));
+    r.setApp(thunderbird, false);
+    r.setApp("evolution", false);  // a name the table knows, as stored by an earlier build
+    r.setApp("kitty", true);
+    EXPECT_FALSE(r.isOn(thunderbird, std::nullopt));
+    r.setKind(kind("email"), false);
+    r.setKind(kind("email"), true);
+    EXPECT_TRUE(r.isOn(thunderbird, std::nullopt));
+    EXPECT_TRUE(r.isOn("evolution", std::nullopt));
+    EXPECT_EQ(r.appOn(), (BoolMap{{"kitty", true}}));
+    EXPECT_EQ(d.boolMap("appOn"), r.appOn());
+}
+
 TEST(AppRules, EveryChangeIsPersistedAndAnnounced) {
     platform::MemoryDefaults d;
     int changes = 0;

@@ -74,4 +74,28 @@ TEST(Catalogue, LinuxApplicationsByIdInAnyCase) {
         EXPECT_FALSE(rules::isBrowser(other)) << other;
 }
 
+// What the desktop backend reports of the windows the end-to-end tests open, and of common
+// applications, becomes the identifier the rules and the engine know.
+TEST(Catalogue, OneTableResolvesWindowNames) {
+    using rules::appIdFor;
+    EXPECT_EQ(appIdFor({"", "", "", "", "Chromium", "chromium"}), "com.google.Chrome");
+    EXPECT_EQ(appIdFor({"", "", "", "", "Slack", "slack"}), "com.tinyspeck.slackmacgap");
+    EXPECT_EQ(appIdFor({"org.glimmo.TestEditor", "", "", "", "Glimmo-gtk-editor"}),
+              "org.glimmo.TestEditor");
+    EXPECT_EQ(appIdFor({"", "", "", "firefox-esr", "firefox", "Navigator"}), "org.mozilla.firefox");
+    EXPECT_EQ(appIdFor({"", "", "", "thunderbird", "thunderbird", "Mail"}),
+              "org.mozilla.Thunderbird");
+    EXPECT_EQ(appIdFor({"", "net.thunderbird.Thunderbird"}), "org.mozilla.Thunderbird");
+    EXPECT_EQ(appIdFor({"", "", "", "", "Gnome-terminal", "gnome-terminal-server"}),
+              "org.gnome.Terminal");
+    // The first name the table knows decides; unknown names fall back to the first given.
+    EXPECT_EQ(appIdFor({"org.example.Unknown", "discord", "slack"}), "com.hnc.Discord");
+    EXPECT_EQ(appIdFor({"", "org.example.Unknown", "other"}), "org.example.Unknown");
+    EXPECT_EQ(appIdFor({"", ""}), "");
+
+    EXPECT_TRUE(rules::linuxNamesOf("com.google.Chrome").contains("chromium"));
+    EXPECT_EQ(rules::linuxNamesOf("org.example.Unknown"), QStringList{"org.example.Unknown"});
+    EXPECT_TRUE(rules::linuxApps("email").contains("org.mozilla.Thunderbird"));
+}
+
 }  // namespace

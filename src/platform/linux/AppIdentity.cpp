@@ -3,7 +3,7 @@
 #include <QFile>
 #include <QRegularExpression>
 
-#include "platform/linux/AppIds.h"
+#include "rules/LinuxApps.h"
 
 namespace linuxdesk {
 
@@ -55,17 +55,9 @@ platform::RunningApp AppIdentity::resolve(const WindowFacts& facts) {
 
     platform::RunningApp app;
     app.pid = facts.pid;
-    app.bundleId = catalogueId({facts.gtkAppId, flatpak, snap, entry ? entry->id : QString(),
-                                facts.wmInstance, facts.wmClass});
-    if (app.bundleId.isEmpty()) {
-        for (const QString& id : {facts.gtkAppId, flatpak, snap, entry ? entry->id : QString(),
-                                  facts.wmClass, facts.wmInstance}) {
-            if (!id.isEmpty()) {
-                app.bundleId = id;
-                break;
-            }
-        }
-    }
+    // In order of preference; the rules' table says which application these names are.
+    app.bundleId = rules::appIdFor({facts.gtkAppId, flatpak, snap, entry ? entry->id : QString(),
+                                    facts.wmClass, facts.wmInstance});
     app.name = entry ? entry->name : facts.wmClass;
     cache_[key] = app;
     return app;

@@ -1,6 +1,6 @@
 #pragma once
-// Who a window belongs to: the catalogue identifier and the display name, from what the
-// window and its process say about themselves.
+// Who a window belongs to: its names, from what the window and its process say about
+// themselves, and the display name of its desktop entry.
 
 #include <QString>
 #include <map>
@@ -21,8 +21,9 @@ class AppIdentity {
 public:
     explicit AppIdentity(DesktopEntries& entries) : entries_(entries) {}
 
-    // Identifier: the catalogue's when the table knows any of the names below; otherwise the
-    // GTK application id, the Flatpak or Snap id, the desktop entry's id, the WM_CLASS class.
+    // Identifier: what the rules' table of Linux applications makes of the window's names (the
+    // GTK application id, the Flatpak or Snap id, the desktop entry's id, the WM_CLASS class and
+    // instance, in that order of preference).
     // Name: the desktop entry's localized Name, else the WM_CLASS class.
     platform::RunningApp resolve(const WindowFacts& facts);
 

@@ -11,8 +11,8 @@
 #include <set>
 
 #include "main/Paths.h"
-#include "platform/linux/AppIds.h"
 #include "platform/linux/XDisplay.h"
+#include "rules/LinuxApps.h"
 
 namespace linuxdesk {
 
@@ -93,8 +93,7 @@ bool X11Workspace::openUrl(const QString& url) {
 
 std::optional<DesktopEntry> X11Workspace::entryFor(const QString& bundleId) {
     if (bundleId.isEmpty()) return std::nullopt;
-    if (auto e = entries_.byId(bundleId)) return e;
-    for (const QString& name : linuxNamesOf(bundleId)) {
+    for (const QString& name : rules::linuxNamesOf(bundleId)) {
         if (auto e = entries_.byId(name)) return e;
         if (auto e = entries_.byWmClass({name})) return e;
     }
