@@ -32,6 +32,12 @@ public:
     virtual bool openFile(const QString& path, const QString& bundleId) = 0;
     virtual std::optional<InstalledApp> installed(const QString& bundleId) = 0;
 
+    // The identifier (as running() reports it) of the user's default text editor; absent when
+    // the desktop names none.
+    virtual std::optional<QString> textEditor() = 0;
+    // Opens the desktop's accessibility settings; false where the desktop has none known.
+    virtual bool openAccessibilitySettings() = 0;
+
     // Starting with the user's session.
     virtual bool loginItemEnabled() = 0;
     virtual bool setLoginItem(bool enabled) = 0;

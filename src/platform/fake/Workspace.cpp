@@ -54,6 +54,11 @@ bool Workspace::openFile(const QString& path, const QString& bundleId) {
     return openSucceeds_;
 }
 
+bool Workspace::openAccessibilitySettings() {
+    ++accessibilitySettingsOpened_;
+    return openSucceeds_;
+}
+
 std::optional<platform::InstalledApp> Workspace::installed(const QString& bundleId) {
     auto it = installed_.find(bundleId);
     if (it == installed_.end()) return std::nullopt;

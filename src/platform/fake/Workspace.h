@@ -31,7 +31,10 @@ public:
     // openUrl/openFile answer this (true by default).
     void setOpenSucceeds(bool succeeds) { openSucceeds_ = succeeds; }
 
+    void setTextEditor(std::optional<QString> id) { textEditor_ = std::move(id); }
+
     // Records.
+    int accessibilitySettingsOpened() const { return accessibilitySettingsOpened_; }
     const QStringList& openedUrls() const { return openedUrls_; }
     // (path, bundle identifier) pairs.
     const std::vector<std::pair<QString, QString>>& openedFiles() const { return openedFiles_; }
@@ -43,6 +46,8 @@ public:
     bool openUrl(const QString& url) override;
     bool openFile(const QString& path, const QString& bundleId) override;
     std::optional<platform::InstalledApp> installed(const QString& bundleId) override;
+    std::optional<QString> textEditor() override { return textEditor_; }
+    bool openAccessibilitySettings() override;
     bool loginItemEnabled() override { return loginItem_; }
     bool setLoginItem(bool enabled) override;
 
@@ -55,6 +60,8 @@ private:
     std::vector<std::pair<QString, QString>> openedFiles_;
     bool openSucceeds_ = true;
     bool loginItem_ = false;
+    std::optional<QString> textEditor_ = QStringLiteral("com.apple.TextEdit");
+    int accessibilitySettingsOpened_ = 0;
 };
 
 }  // namespace fake

@@ -11,6 +11,7 @@
 #include <set>
 
 #include "main/Paths.h"
+#include "platform/linux/DesktopSettings.h"
 #include "platform/linux/XDisplay.h"
 #include "rules/LinuxApps.h"
 
@@ -114,6 +115,17 @@ std::optional<platform::InstalledApp> X11Workspace::installed(const QString& bun
     const auto entry = entryFor(bundleId);
     if (!entry) return std::nullopt;
     return platform::InstalledApp{bundleId, entry->name, DesktopEntries::iconPath(entry->icon)};
+}
+
+std::optional<QString> X11Workspace::textEditor() {
+    const auto id = defaultApplication(QStringLiteral("text/plain"));
+    if (!id) return std::nullopt;
+    // Under the identifier running() reports for the editor's windows.
+    return rules::appIdFor({*id});
+}
+
+bool X11Workspace::openAccessibilitySettings() {
+    return linuxdesk::openAccessibilitySettings();
 }
 
 QString X11Workspace::loginItemPath() {

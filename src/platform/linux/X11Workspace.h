@@ -25,6 +25,8 @@ public:
     bool openUrl(const QString& url) override;
     bool openFile(const QString& path, const QString& bundleId) override;
     std::optional<platform::InstalledApp> installed(const QString& bundleId) override;
+    std::optional<QString> textEditor() override;
+    bool openAccessibilitySettings() override;
     bool loginItemEnabled() override;
     bool setLoginItem(bool enabled) override;
 
