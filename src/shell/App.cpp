@@ -22,7 +22,8 @@ int run(int argc, char** argv) {
     // Images of the views can be drawn without any display.
     const bool display =
         qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
-    if (!display && flagValue(args, QStringLiteral("-snapshotUI")))
+    if (!display && (flagValue(args, QStringLiteral("-snapshotUI")) ||
+                     flagValue(args, QStringLiteral("-snapshotSetup"))))
         qputenv("QT_QPA_PLATFORM", "offscreen");
 
     QApplication app(argc, argv);

@@ -6,7 +6,9 @@
 #include "platform/JsonDefaults.h"
 #include "rules/AppRules.h"
 #include "rules/RulesCheck.h"
+#include "shell/SnapshotSetup.h"
 #include "shell/SnapshotUI.h"
+#include "shell/TryItMode.h"
 
 namespace shell {
 
@@ -58,6 +60,9 @@ int runHeadlessMode(Mode mode, const QStringList&) {
 std::optional<int> runGuiMode(const QStringList& args) {
     if (const auto folder = flagValue(args, QStringLiteral("-snapshotUI")))
         return runSnapshotUI(*folder);
+    if (args.indexOf(QStringLiteral("-tryIt"), 1) > 0) return runTryIt();
+    if (const auto folder = flagValue(args, QStringLiteral("-snapshotSetup")))
+        return runSnapshotSetup(*folder);
     return std::nullopt;
 }
 

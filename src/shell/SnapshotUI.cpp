@@ -8,6 +8,8 @@
 #include "overlay/BubbleView.h"
 #include "overlay/ReplyView.h"
 #include "overlay/Style.h"
+#include "setup/Setup.h"
+#include "shell/SnapshotSetup.h"
 
 namespace shell {
 
@@ -46,6 +48,13 @@ int runSnapshotUI(const QString& folder) {
                  QStringLiteral("Is there an agenda for the pilot call I should prep for?")},
                 0, false, overlay::replyHint, [](int) {});
     snapshot(replies, folder + QStringLiteral("/ui-replies.png"));
+
+    snapshotSetup(folder + QStringLiteral("/ui-setup.png"), [](setup::Setup& s) {
+        s.setName(QStringLiteral("Alex"));
+        s.setAboutDone(true);
+        s.setAccess(false);
+        s.setHasClaude(true);
+    });
     return 0;
 }
 
