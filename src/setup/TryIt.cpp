@@ -15,9 +15,6 @@ constexpr int kSettleMs = 800;
 constexpr int kWaitForEditorMs = 10'000;
 constexpr int kPollMs = 200;
 
-// Used when the desktop names no default editor: the usual editors run under this identifier.
-const QString kAnyTextEditor = QStringLiteral("com.apple.TextEdit");
-
 void placeCaret(platform::Ax& ax, platform::Workspace& workspace, const QString& editor) {
     const auto apps = workspace.running(editor);
     if (apps.empty()) return;
@@ -51,31 +48,35 @@ void tryIt(platform::Ax& ax, platform::Workspace& workspace, std::function<void(
         file.write(trySample().toUtf8());
         file.commit();
     }
-    const QString editor = workspace.textEditor().value_or(kAnyTextEditor);
+    const auto editor = workspace.textEditor();
     // The default application for the file first; the editor's own launch where no opener is.
-    if (!workspace.openFile(tryFile(), QString()) && !workspace.openFile(tryFile(), editor)) {
+    const bool opened = workspace.openFile(tryFile(), QString()) ||
+                        (editor && workspace.openFile(tryFile(), *editor));
+    // Without a named editor there is no telling which window shows the file.
+    if (!opened || !editor) {
         done();
         return;
     }
     // An open on this desktop completes when the editor's window is there.
     auto* poll = new QTimer(QCoreApplication::instance());
     auto waited = std::make_shared<int>(0);
-    QObject::connect(poll, &QTimer::timeout, poll, [&ax, &workspace, editor, done, poll, waited] {
-        *waited += kPollMs;
-        const bool there = !workspace.running(editor).empty();
-        if (!there && *waited < kWaitForEditorMs) return;
-        poll->stop();
-        poll->deleteLater();
-        if (!there) {
-            done();
-            return;
-        }
-        QTimer::singleShot(kSettleMs, QCoreApplication::instance(),
-                           [&ax, &workspace, editor, done] {
-                               placeCaret(ax, workspace, editor);
-                               done();
-                           });
-    });
+    QObject::connect(poll, &QTimer::timeout, poll,
+                     [&ax, &workspace, editor = *editor, done, poll, waited] {
+                         *waited += kPollMs;
+                         const bool there = !workspace.running(editor).empty();
+                         if (!there && *waited < kWaitForEditorMs) return;
+                         poll->stop();
+                         poll->deleteLater();
+                         if (!there) {
+                             done();
+                             return;
+                         }
+                         QTimer::singleShot(kSettleMs, QCoreApplication::instance(),
+                                            [&ax, &workspace, editor, done] {
+                                                placeCaret(ax, workspace, editor);
+                                                done();
+                                            });
+                     });
     poll->start(kPollMs);
 }
 
