@@ -8,6 +8,7 @@
 #include "rules/RulesCheck.h"
 #include "shell/SnapshotSetup.h"
 #include "shell/SnapshotUI.h"
+#include "shell/TrayIcon.h"
 #include "shell/TryItMode.h"
 
 namespace shell {
@@ -58,6 +59,10 @@ int runHeadlessMode(Mode mode, const QStringList&) {
 }
 
 std::optional<int> runGuiMode(const QStringList& args) {
+    if (const auto path = flagValue(args, QStringLiteral("-menuIcon"))) {
+        iconStrip().save(*path, "PNG");  // a failure still exits with 0
+        return 0;
+    }
     if (const auto folder = flagValue(args, QStringLiteral("-snapshotUI")))
         return runSnapshotUI(*folder);
     if (args.indexOf(QStringLiteral("-tryIt"), 1) > 0) return runTryIt();

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QImage>
 #include <QProcess>
 
 #include "TempHome.h"
@@ -12,6 +13,7 @@ namespace {
 struct Outcome {
     int status = -1;
     QByteArray out;
+    QByteArray err;
 };
 
 // The program with a home of its own and nothing that could reach a display.
@@ -30,7 +32,7 @@ Outcome runGlimmo(const testsupport::TempHome& home, const QStringList& args) {
         return {};
     }
     const int status = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
-    return {status, p.readAllStandardOutput()};
+    return {status, p.readAllStandardOutput(), p.readAllStandardError()};
 }
 
 TEST(Modes, PrintPromptWithoutDisplay) {
@@ -65,6 +67,48 @@ TEST(Modes, RulesTestOnAFreshStore) {
     platform::JsonDefaults store(platform::JsonDefaults::standardPath());
     EXPECT_EQ(store.boolMap("appOn"), platform::BoolMap{});
     EXPECT_EQ(store.boolMap("siteOn"), platform::BoolMap{});
+}
+
+TEST(Modes, MenuIconWithoutDisplay) {
+    testsupport::TempHome home;
+    const QString path = home.path() + "/icon.png";
+    EXPECT_EQ(runGlimmo(home, {"-menuIcon", path}).status, 0);
+    const QImage strip(path);
+    ASSERT_EQ(strip.size(), QSize(40, 18));
+    // Black on transparent; the badge's dot only on the right; nothing in the gap between.
+    const auto ink = [&](int x0, int x1, int y0, int y1) {
+        int most = 0;
+        for (int x = x0; x < x1; ++x)
+            for (int y = y0; y < y1; ++y) {
+                const QRgb p = strip.pixel(x, y);
+                if (qAlpha(p) > 0) EXPECT_LT(qRed(p) + qGreen(p) + qBlue(p), 60);
+                most = std::max(most, qAlpha(p));
+            }
+        return most;
+    };
+    EXPECT_GT(ink(0, 18, 0, 18), 200);
+    EXPECT_EQ(ink(19, 21, 0, 18), 0);
+    EXPECT_LT(ink(16, 18, 0, 2), 40);
+    EXPECT_GT(ink(22 + 14, 22 + 17, 2, 5), 200);
+}
+
+TEST(Modes, OptionsAnswerWithoutDisplayAndALaunchSaysWhatIsMissing) {
+    testsupport::TempHome home;
+    const Outcome help = runGlimmo(home, {"--help"});
+    EXPECT_EQ(help.status, 0);
+    EXPECT_TRUE(help.out.contains("\n  -menuIcon FILE ")) << help.out.toStdString();
+    const Outcome version = runGlimmo(home, {"--version"});
+    EXPECT_EQ(version.status, 0);
+    EXPECT_TRUE(version.out.startsWith("Glimmo ")) << version.out.toStdString();
+
+    const Outcome unknown = runGlimmo(home, {"--frobnicate"});
+    EXPECT_EQ(unknown.status, 2);
+    EXPECT_TRUE(unknown.err.startsWith("glimmo: unknown option --frobnicate\n"));
+    EXPECT_TRUE(unknown.err.contains("Usage: glimmo"));
+
+    const Outcome launch = runGlimmo(home, {});
+    EXPECT_EQ(launch.status, 1);
+    EXPECT_TRUE(launch.err.contains("no display")) << launch.err.toStdString();
 }
 
 }  // namespace
