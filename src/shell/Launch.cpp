@@ -10,7 +10,11 @@
 #include "main/Log.h"
 #include "platform/JsonDefaults.h"
 #include "platform/linux/Desktop.h"
+#include "platform/linux/SessionInstance.h"
 #include "rules/AppRules.h"
+#include "shell/Tray.h"
+#include "shell/WindowFactories.h"
+#include "shell/Windows.h"
 
 namespace shell {
 namespace {
@@ -22,8 +26,8 @@ void onSignal(int) {
     [[maybe_unused]] const auto n = ::write(signalPipe[1], &byte, 1);
 }
 
-// Ctrl-C or a session logout quits through the event loop, so the claude children are ended
-// and nothing is left half-pasted.
+// Ctrl-C, SIGTERM or a session logout quit through the event loop, so the claude children are
+// ended and nothing is left half-pasted.
 void quitOnSignals() {
     if (::pipe(signalPipe) != 0) return;
     auto* notifier = new QSocketNotifier(signalPipe[0], QSocketNotifier::Read, qApp);
@@ -33,10 +37,30 @@ void quitOnSignals() {
     std::signal(SIGHUP, onSignal);
 }
 
+// The program starts with the session once per installation; afterwards the user's choice in
+// the menu stands.
+void registerLoginOnce(platform::Platform& platform) {
+    if (platform.defaults.boolValue(QStringLiteral("loginSet")).value_or(false)) return;
+    platform.workspace.setLoginItem(true);
+    platform.defaults.setBool(QStringLiteral("loginSet"), true);
+}
+
 }  // namespace
 
-int runNormalLaunch() {
+int runNormalLaunch(const QStringList& args) {
     QApplication::setQuitOnLastWindowClosed(false);
+    // Writing to a claude child that has gone away must not end the program.
+    std::signal(SIGPIPE, SIG_IGN);
+
+    linuxdesk::SessionInstance instance;
+    std::function<void()> reopen;
+    const auto claim = instance.claim([&reopen] {
+        if (reopen) reopen();
+    });
+    if (claim == platform::SingleInstance::Claim::Running) {
+        if (instance.reopenRunning()) return 0;
+        glimmo::log(QStringLiteral("another Glimmo holds the session but did not answer"));
+    }
     quitOnSignals();
 
     platform::JsonDefaults defaults(platform::JsonDefaults::standardPath());
@@ -47,12 +71,38 @@ int runNormalLaunch() {
             QStringLiteral("no X display: keys, the key tap and the frontmost application "
                            "are out of reach on a Wayland-only session"));
     platform::Platform platform = desktop.platform(defaults, clock);
-    // Until the setup window exists, switching the accessibility bus on is done here: without
-    // it no application shows Glimmo its text boxes.
-    if (!platform.ax.trusted()) platform.ax.requestTrust();
-    engine::Glimmo engine(platform, rules::AppRules::shared(defaults));
+    rules::AppRules& rules = rules::AppRules::shared(defaults);
+    engine::Glimmo engine(platform, rules);
+
+    Windows windows;
+    const WindowContext context{platform, rules, windows, [&engine] { engine.claude.dropWarm(); }};
+    windows.setSetupFactory(setupFactory(context));
+    windows.setAppsFactory(appsFactory(context));
+
+    Tray tray(engine, platform, rules, windows);
+    QObject::connect(&tray, &Tray::quitRequested, qApp, &QApplication::quit);
+    if (!tray.show())
+        glimmo::log(QStringLiteral(
+            "no system tray on this desktop (on GNOME, the AppIndicator extension adds one): "
+            "start Glimmo again to open its settings"));
+
+    registerLoginOnce(platform);
+
+    // The install step: "stay" for now (the program runs from where it is).
+
     engine.start();
-    return QApplication::exec();
+    tray.startIconTimer();
+    if (!tray.setupFinished() || args.contains(QStringLiteral("-setup"))) windows.showSetup();
+
+    // A later start of the program: the update check first, else the setup window.
+    reopen = [&windows] { windows.showSetup(); };
+
+    const int status = QApplication::exec();
+    reopen = nullptr;
+    // Quitting ends the request in flight and the waiting claude process.
+    engine.cancel();
+    engine.claude.dropWarm();
+    return status;
 }
 
 }  // namespace shell

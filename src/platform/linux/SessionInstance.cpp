@@ -1,0 +1,71 @@
+#include "platform/linux/SessionInstance.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QTimer>
+
+namespace linuxdesk {
+
+const char* const SessionInstance::serviceName = "io.glimmo.Glimmo";
+const char* const SessionInstance::objectPath = "/io/glimmo/Glimmo";
+
+namespace {
+
+constexpr int kCallTimeoutMs = 5000;
+
+}  // namespace
+
+SessionInstance::SessionInstance(QObject* parent) : QObject(parent) {}
+
+SessionInstance::~SessionInstance() {
+    if (!owner_) return;
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    bus.unregisterObject(QLatin1String(objectPath));
+    bus.unregisterService(QLatin1String(serviceName));
+}
+
+platform::SingleInstance::Claim SessionInstance::claim(std::function<void()> onReopen) {
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected()) return Claim::Unknown;
+    onReopen_ = std::move(onReopen);
+    // The object first, so a start that sees the name can call it at once.
+    if (!bus.registerObject(QLatin1String(objectPath), this, QDBusConnection::ExportAllSlots))
+        return Claim::Unknown;
+    if (bus.registerService(QLatin1String(serviceName))) {
+        owner_ = true;
+        return Claim::First;
+    }
+    bus.unregisterObject(QLatin1String(objectPath));
+    return bus.interface() &&
+                   bus.interface()->isServiceRegistered(QLatin1String(serviceName)).value()
+               ? Claim::Running
+               : Claim::Unknown;
+}
+
+bool SessionInstance::reopenRunning() {
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected()) return false;
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        QLatin1String(serviceName), QLatin1String(objectPath),
+        QStringLiteral("org.freedesktop.Application"), QStringLiteral("Activate"));
+    call << QVariantMap();
+    const QDBusMessage reply = bus.call(call, QDBus::Block, kCallTimeoutMs);
+    return reply.type() == QDBusMessage::ReplyMessage;
+}
+
+void SessionInstance::Activate(const QVariantMap&) {
+    // Answered first; the windows open in the next turn of the event loop.
+    if (onReopen_) QTimer::singleShot(0, this, [this] { onReopen_(); });
+}
+
+void SessionInstance::Open(const QStringList&, const QVariantMap& platformData) {
+    Activate(platformData);
+}
+
+void SessionInstance::ActivateAction(const QString&, const QVariantList&,
+                                     const QVariantMap& platformData) {
+    Activate(platformData);
+}
+
+}  // namespace linuxdesk
