@@ -81,7 +81,9 @@ TEST(Modes, MenuIconWithoutDisplay) {
         for (int x = x0; x < x1; ++x)
             for (int y = y0; y < y1; ++y) {
                 const QRgb p = strip.pixel(x, y);
-                if (qAlpha(p) > 0) EXPECT_LT(qRed(p) + qGreen(p) + qBlue(p), 60);
+                if (qAlpha(p) > 0) {
+                    EXPECT_LT(qRed(p) + qGreen(p) + qBlue(p), 60);
+                }
                 most = std::max(most, qAlpha(p));
             }
         return most;
