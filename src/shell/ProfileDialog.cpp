@@ -43,7 +43,6 @@ ProfileDialog::ProfileDialog(platform::Defaults& defaults, QWidget* parent)
     message->setFont(bold);
     layout->addWidget(message);
     auto* info = new QLabel(QStringLiteral("Used only to make the rewrites sound like you."));
-    info->setWordWrap(true);
     layout->addWidget(info);
     layout->addSpacing(6);
 
