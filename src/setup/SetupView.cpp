@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QShortcut>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "overlay/Style.h"
@@ -75,6 +76,7 @@ SetupView::SetupView(std::shared_ptr<Setup> model, SetupActions actions, QWidget
     connect(s_.get(), &Setup::changed, this, &SetupView::sync);
     usePalette(QApplication::palette());
     sync();
+    fit();
 }
 
 QWidget* SetupView::header() {
@@ -297,8 +299,21 @@ void SetupView::sync() {
     for (QPushButton* b : {save_, accessButton_, submit_, connect_, tryIt_})
         b->setDefault(b == defaultButton());
 
-    // The window follows the content's height.
-    setFixedSize(sizeHint());
+    // The layouts learn of shown and hidden parts in a later turn.
+    QTimer::singleShot(0, this, &SetupView::fit);
+}
+
+bool SetupView::event(QEvent* event) {
+    const bool handled = QWidget::event(event);
+    if (event->type() == QEvent::LayoutRequest) fit();
+    return handled;
+}
+
+// The window follows the content's height.
+void SetupView::fit() {
+    layout()->activate();
+    const QSize size = sizeHint();
+    if (size != this->size() || minimumSize() != size) setFixedSize(size);
 }
 
 QPushButton* SetupView::defaultButton() const {

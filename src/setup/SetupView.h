@@ -30,6 +30,7 @@ public:
     SetupView(std::shared_ptr<Setup> model, SetupActions actions, QWidget* parent = nullptr);
 
     const std::shared_ptr<Setup>& model() const { return s_; }
+    void setActions(SetupActions actions) { actions_ = std::move(actions); }
     // Colours for this view and its controls (the application's palette unless told).
     void usePalette(const QPalette& palette);
     // The button Return triggers now: the current step's, or the footer's once all is done.
@@ -38,7 +39,11 @@ public:
     // 500 wide, as high as the content.
     QSize sizeHint() const override;
 
+protected:
+    bool event(QEvent* event) override;
+
 private:
+    void fit();
     QWidget* header();
     QWidget* aboutContent();
     QWidget* accessContent();
