@@ -79,6 +79,10 @@ if [ "${GLIMMO_DEMO_INSIDE:-}" != 1 ]; then
     mkdir -p "$support"
     echo "$claude" >"$support/claude-path"
     touch "$support/debug.flag"
+    # Set up as a user who went through the setup window, so it stays closed during the demo.
+    config="${XDG_CONFIG_HOME:-$HOME/.config}/Glimmo"
+    mkdir -p "$config"
+    [ -f "$config/defaults.json" ] || echo '{"name": "Alex"}' >"$config/defaults.json"
     export GLIMMO_DEMO_SUPPORT="$support" GLIMMO_DEMO_OUT="$out" GLIMMO_DEMO_WORK="$work"
     GLIMMO_DEMO_INSIDE=1 "$here/desktop.sh" "$0" "$build"
     status=$?

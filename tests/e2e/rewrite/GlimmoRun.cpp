@@ -13,6 +13,8 @@ const QString kLog = QStringLiteral(".local/share/Glimmo/log.txt");
 
 GlimmoRun::GlimmoRun(const QByteArray& script) {
     writeHome(QStringLiteral(".local/share/Glimmo/claude-path"), GLIMMO_STANDIN_PATH "\n");
+    // A user who finished setting up: no setup window takes the focus from the editor.
+    writeHome(QStringLiteral(".config/Glimmo/defaults.json"), R"({"name": "Alex"})");
     setScript(script);
 
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
