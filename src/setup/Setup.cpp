@@ -44,10 +44,8 @@ Setup::Setup(Desk desk, QString installCommand)
     claudeOK_ = found && d_.defaults.boolValue(QStringLiteral("claudeVerified")).value_or(false);
 }
 
-Setup::~Setup() {
-    // A running sign-in goes on without us; its handlers find the object gone.
-    if (login_) login_->disconnect(this);
-}
+// A running sign-in goes on without the object: its handlers hold it weakly and find it gone.
+Setup::~Setup() = default;
 
 void Setup::save() {
     claude::Profile profile(d_.defaults);
