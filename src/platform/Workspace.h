@@ -17,6 +17,7 @@ struct InstalledApp {
     QString bundleId;
     QString name;
     QString iconPath;  // empty when none
+    QString iconName;  // the name to look up in the desktop's icon theme; empty when none
 };
 
 class Workspace {

@@ -114,7 +114,10 @@ bool X11Workspace::openFile(const QString& path, const QString& bundleId) {
 std::optional<platform::InstalledApp> X11Workspace::installed(const QString& bundleId) {
     const auto entry = entryFor(bundleId);
     if (!entry) return std::nullopt;
-    return platform::InstalledApp{bundleId, entry->name, DesktopEntries::iconPath(entry->icon)};
+    // An absolute Icon is a file, not a theme name.
+    const bool file = QFileInfo(entry->icon).isAbsolute();
+    return platform::InstalledApp{bundleId, entry->name, DesktopEntries::iconPath(entry->icon),
+                                  file ? QString() : entry->icon};
 }
 
 std::optional<QString> X11Workspace::textEditor() {
