@@ -4,6 +4,8 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include "main/Constants.h"
+
 namespace overlay::style {
 
 QFont systemFont(int size) {
@@ -35,6 +37,11 @@ QColor border(const QPalette& palette) {
 
 QColor selectedRow(const QPalette& palette) {
     return faded(palette.color(QPalette::Highlight), selectedOpacity);
+}
+
+QColor brand() {
+    return QColor::fromRgbF(float(glimmo::brand.red), float(glimmo::brand.green),
+                            float(glimmo::brand.blue), float(glimmo::brand.alpha));
 }
 
 void paintCard(QPainter& painter, const QRectF& rect, const QPalette& palette) {

@@ -28,6 +28,8 @@ QColor primary(const QPalette& palette);
 QColor secondary(const QPalette& palette);
 QColor border(const QPalette& palette);
 QColor selectedRow(const QPalette& palette);
+// The accent colour of the windows (glimmo::brand).
+QColor brand();
 
 // The rounded background of both views with its hairline border, filling rect.
 void paintCard(QPainter& painter, const QRectF& rect, const QPalette& palette);
