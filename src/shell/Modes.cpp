@@ -6,6 +6,7 @@
 #include "platform/JsonDefaults.h"
 #include "rules/AppRules.h"
 #include "rules/RulesCheck.h"
+#include "shell/SnapshotApps.h"
 #include "shell/SnapshotSetup.h"
 #include "shell/SnapshotUI.h"
 #include "shell/TrayIcon.h"
@@ -63,8 +64,11 @@ std::optional<int> runGuiMode(const QStringList& args) {
         iconStrip().save(*path, "PNG");  // a failure still exits with 0
         return 0;
     }
-    if (const auto folder = flagValue(args, QStringLiteral("-snapshotUI")))
-        return runSnapshotUI(*folder);
+    if (const auto folder = flagValue(args, QStringLiteral("-snapshotUI"))) {
+        const int status = runSnapshotUI(*folder);
+        snapshotAppsUI(*folder);
+        return status;
+    }
     if (args.indexOf(QStringLiteral("-tryIt"), 1) > 0) return runTryIt();
     if (const auto folder = flagValue(args, QStringLiteral("-snapshotSetup")))
         return runSnapshotSetup(*folder);

@@ -8,6 +8,7 @@
 #include "platform/linux/Desktop.h"
 #include "setup/Setup.h"
 #include "setup/SetupView.h"
+#include "shell/SnapshotApps.h"
 
 namespace shell {
 
@@ -53,7 +54,7 @@ void snapshotSetup(const QString& path, const std::function<void(setup::Setup&)>
 }
 
 int runSnapshotSetup(const QString& folder) {
-    // The apps window's images ("apps", "apps-open") are drawn here, before the setup states.
+    snapshotAppsSetup(folder);
 
     const auto state = [&](const char* name, const std::function<void(setup::Setup&)>& set) {
         snapshotSetup(

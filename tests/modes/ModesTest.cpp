@@ -113,4 +113,13 @@ TEST(Modes, OptionsAnswerWithoutDisplayAndALaunchSaysWhatIsMissing) {
     EXPECT_TRUE(launch.err.contains("no display")) << launch.err.toStdString();
 }
 
+TEST(Modes, AppsWindowImagesWithoutDisplay) {
+    testsupport::TempHome home;
+    EXPECT_EQ(runGlimmo(home, {"-snapshotSetup", home.path()}).status, 0);
+    EXPECT_EQ(runGlimmo(home, {"-snapshotUI", home.path()}).status, 0);
+    EXPECT_EQ(QImage(home.path() + "/apps.png").size(), QSize(520, 600));
+    EXPECT_EQ(QImage(home.path() + "/apps-open.png").size(), QSize(520, 900));
+    EXPECT_EQ(QImage(home.path() + "/ui-apps.png").height(), 700);
+}
+
 }  // namespace
