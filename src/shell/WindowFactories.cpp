@@ -1,5 +1,6 @@
 #include "shell/WindowFactories.h"
 
+#include "setup/AppsView.h"
 #include "setup/SetupWindow.h"
 #include "setup/TryIt.h"
 
@@ -19,8 +20,10 @@ Windows::Factory setupFactory(const WindowContext& context) {
     };
 }
 
-Windows::Factory appsFactory(const WindowContext&) {
-    return [] { return nullptr; };
+Windows::Factory appsFactory(const WindowContext& context) {
+    rules::AppRules& rules = context.rules;
+    platform::Workspace& workspace = context.platform.workspace;
+    return [&rules, &workspace]() -> QWidget* { return new setup::AppsView(rules, workspace); };
 }
 
 }  // namespace shell
