@@ -55,6 +55,10 @@ std::optional<platform::Rect> takeRect(AtspiRect* r) {
     return out;
 }
 
+AtspiCoordType coordType(Coords coords) {
+    return coords == Coords::Screen ? ATSPI_COORD_TYPE_SCREEN : ATSPI_COORD_TYPE_WINDOW;
+}
+
 }  // namespace
 
 bool init() {
@@ -179,6 +183,13 @@ AtRef child(const AtRef& a, int index) {
     return c ? AtRef::adopt(*c) : AtRef();
 }
 
+std::optional<int> indexInParent(const AtRef& a) {
+    if (!a) return std::nullopt;
+    auto i = guarded([&](GError** e) { return atspi_accessible_get_index_in_parent(a.get(), e); });
+    if (!i || *i < 0) return std::nullopt;
+    return i;
+}
+
 AtRef desktop() {
     return AtRef::adopt(atspi_get_desktop(0));
 }
@@ -234,30 +245,30 @@ bool setSelection(const AtRef& a, int start, int end) {
     return ok && *ok;
 }
 
-std::optional<platform::Rect> rangeExtents(const AtRef& a, int start, int end) {
+std::optional<platform::Rect> rangeExtents(const AtRef& a, int start, int end, Coords coords) {
     auto t = textOf(a);
     if (!t.p) return std::nullopt;
     auto r = guarded([&](GError** e) {
-        return atspi_text_get_range_extents(t.p, start, end, ATSPI_COORD_TYPE_SCREEN, e);
+        return atspi_text_get_range_extents(t.p, start, end, coordType(coords), e);
     });
     return r ? takeRect(*r) : std::nullopt;
 }
 
-std::optional<platform::Rect> characterExtents(const AtRef& a, int offset) {
+std::optional<platform::Rect> characterExtents(const AtRef& a, int offset, Coords coords) {
     auto t = textOf(a);
     if (!t.p) return std::nullopt;
     auto r = guarded([&](GError** e) {
-        return atspi_text_get_character_extents(t.p, offset, ATSPI_COORD_TYPE_SCREEN, e);
+        return atspi_text_get_character_extents(t.p, offset, coordType(coords), e);
     });
     return r ? takeRect(*r) : std::nullopt;
 }
 
-std::optional<platform::Rect> extents(const AtRef& a) {
+std::optional<platform::Rect> extents(const AtRef& a, Coords coords) {
     if (!a) return std::nullopt;
     IfaceRef<AtspiComponent> c{atspi_accessible_get_component_iface(a.get())};
     if (!c.p) return std::nullopt;
-    auto r = guarded(
-        [&](GError** e) { return atspi_component_get_extents(c.p, ATSPI_COORD_TYPE_SCREEN, e); });
+    auto r =
+        guarded([&](GError** e) { return atspi_component_get_extents(c.p, coordType(coords), e); });
     return r ? takeRect(*r) : std::nullopt;
 }
 

@@ -40,6 +40,7 @@ AtRef parent(const AtRef& a);
 AtRef application(const AtRef& a);
 std::optional<int> childCount(const AtRef& a);
 AtRef child(const AtRef& a, int index);
+std::optional<int> indexInParent(const AtRef& a);
 AtRef desktop();
 
 // Text interface. Offsets are the toolkit's own characters (see TextOffsets).
@@ -50,11 +51,16 @@ std::optional<int> caret(const AtRef& a);
 std::optional<std::pair<int, int>> selection(const AtRef& a);
 bool setCaret(const AtRef& a, int offset);
 bool setSelection(const AtRef& a, int start, int end);
-std::optional<platform::Rect> rangeExtents(const AtRef& a, int start, int end);
-std::optional<platform::Rect> characterExtents(const AtRef& a, int offset);
+// Rectangles come in screen coordinates, or relative to the element's top-level window.
+enum class Coords { Screen, Window };
 
-// Component interface: the element's frame in screen coordinates.
-std::optional<platform::Rect> extents(const AtRef& a);
+std::optional<platform::Rect> rangeExtents(const AtRef& a, int start, int end,
+                                           Coords coords = Coords::Screen);
+std::optional<platform::Rect> characterExtents(const AtRef& a, int offset,
+                                               Coords coords = Coords::Screen);
+
+// Component interface: the element's frame.
+std::optional<platform::Rect> extents(const AtRef& a, Coords coords = Coords::Screen);
 
 // Document interface.
 std::optional<QString> documentAttribute(const AtRef& a, const char* key);

@@ -5,6 +5,7 @@
 #include "platform/linux/Atspi.h"
 #include "platform/linux/AxRoles.h"
 #include "platform/linux/AxText.h"
+#include "platform/linux/QtScreens.h"
 
 namespace linuxdesk {
 
@@ -157,8 +158,9 @@ std::optional<platform::Value> AtspiAx::read(const AtRef& e, const QString& name
     if (name == QLatin1String("AXPlaceholderValue"))
         return str(attributeOf(cache_.attributes(e), {"placeholder-text", "placeholder"}));
     if (name == QLatin1String("AXPosition") || name == QLatin1String("AXSize")) {
-        const auto r = at::extents(e);
+        auto r = at::extents(e);
         if (!r) return std::nullopt;
+        r = onDesktop(e, *r);
         if (name == QLatin1String("AXPosition"))
             return platform::Value(platform::Point{r->x, r->y});
         return platform::Value(platform::Size{r->width, r->height});
@@ -204,8 +206,24 @@ std::optional<platform::Value> AtspiAx::parameterized(const platform::Element& e
     const auto* range = std::get_if<platform::Range>(&parameter);
     if (!ref || !range || name != QLatin1String("AXBoundsForRange")) return std::nullopt;
     const auto text = cache_.text(ref);
-    const auto r = text ? axtext::boundsForRange(ref, *text, *range, unitOf(ref)) : std::nullopt;
-    return r ? std::optional<platform::Value>(*r) : std::nullopt;
+    if (!text) return std::nullopt;
+    auto r = axtext::boundsForRange(ref, *text, *range, unitOf(ref));
+    if (!r) {
+        // GTK 4 answers text positions only relative to its window.
+        const auto w = axtext::boundsForRange(ref, *text, *range, unitOf(ref), at::Coords::Window);
+        if (w && !(w->x == 0 && w->y == 0)) {
+            const ReportedToScreen map = mapping_.of(ref);
+            r = platform::Rect{w->x + map.windowX, w->y + map.windowY, w->width, w->height};
+        }
+    }
+    if (!r) return std::nullopt;
+    return platform::Value(onDesktop(ref, *r));
+}
+
+platform::Rect AtspiAx::onDesktop(const AtRef& element, const platform::Rect& reported) {
+    // A zero origin is how applications say they do not know; the engine looks for it.
+    if (reported.x == 0 && reported.y == 0) return reported;
+    return QtScreens::fromDevicePixels(mapping_.of(element).apply(reported));
 }
 
 bool AtspiAx::setAttribute(const platform::Element& element, const QString& name,

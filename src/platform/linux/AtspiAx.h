@@ -13,6 +13,7 @@
 #include "platform/linux/ElementCache.h"
 #include "platform/linux/FocusTracker.h"
 #include "platform/linux/TextOffsets.h"
+#include "platform/linux/WindowMapping.h"
 
 namespace linuxdesk {
 
@@ -41,6 +42,8 @@ private:
     std::optional<platform::Value> read(const AtRef& element, const QString& name);
     AtRef focusedWindow(const AtRef& application);
     void noteEmptyTree(const AtRef& application);
+    // A rectangle the application reported, on the desktop in the screens' units.
+    platform::Rect onDesktop(const AtRef& element, const platform::Rect& reported);
 
     struct KnownApp {
         AtRef app;
@@ -50,6 +53,7 @@ private:
     A11yBus bus_;
     FocusTracker focus_;
     ElementCache cache_;
+    WindowMapping mapping_;
     std::map<qint64, KnownApp> appByPid_;
     bool connected_ = false;
     std::map<QString, qint64> pidByBus_;

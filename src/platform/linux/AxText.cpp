@@ -25,23 +25,24 @@ std::optional<QString> selectedText(const AtRef& element, const QString& text, O
 }
 
 std::optional<platform::Rect> boundsForRange(const AtRef& element, const QString& text,
-                                             const platform::Range& range, OffsetUnit unit) {
+                                             const platform::Range& range, OffsetUnit unit,
+                                             at::Coords coords) {
     const int start = int(fromUtf16(text, range.location, unit));
     const int end = int(fromUtf16(text, range.end(), unit));
     if (end > start) {
-        auto r = at::rangeExtents(element, start, end);
+        auto r = at::rangeExtents(element, start, end, coords);
         if (r && r->height > 0) return r;
         // Some toolkits answer ranges with nothing; the first character still places it.
-        return at::characterExtents(element, start);
+        return at::characterExtents(element, start, coords);
     }
     // An empty range: the left edge of the character there, or the right edge of the last
     // one when the caret sits at the very end.
-    if (auto r = at::characterExtents(element, start); r && r->height > 0) {
+    if (auto r = at::characterExtents(element, start, coords); r && r->height > 0) {
         r->width = 0;
         return r;
     }
     if (start > 0) {
-        if (auto r = at::characterExtents(element, start - 1); r && r->height > 0) {
+        if (auto r = at::characterExtents(element, start - 1, coords); r && r->height > 0) {
             r->x += r->width;
             r->width = 0;
             return r;

@@ -6,6 +6,7 @@
 
 #include "platform/Geometry.h"
 #include "platform/linux/AtRef.h"
+#include "platform/linux/Atspi.h"
 #include "platform/linux/TextOffsets.h"
 
 namespace linuxdesk::axtext {
@@ -16,9 +17,11 @@ namespace linuxdesk::axtext {
 std::optional<platform::Range> selectedRange(const AtRef& element, const QString& text,
                                              OffsetUnit unit);
 std::optional<QString> selectedText(const AtRef& element, const QString& text, OffsetUnit unit);
-// Screen rectangle of a range; an empty range gives a caret-wide rectangle at its place.
+// Rectangle of a range as the application reports it; an empty range gives a caret-wide
+// rectangle at its place.
 std::optional<platform::Rect> boundsForRange(const AtRef& element, const QString& text,
-                                             const platform::Range& range, OffsetUnit unit);
+                                             const platform::Range& range, OffsetUnit unit,
+                                             at::Coords coords = at::Coords::Screen);
 // A selection, or the caret for an empty range. True when the application accepted it.
 bool setSelectedRange(const AtRef& element, const QString& text, const platform::Range& range,
                       OffsetUnit unit);

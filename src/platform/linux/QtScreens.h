@@ -1,5 +1,6 @@
 #pragma once
-// platform::Screens from Qt's screen list: X11 root coordinates, the primary screen first.
+// platform::Screens from Qt's screen list, the primary screen first, in Qt's device-independent
+// pixels: the X11 root's pixels divided by Glimmo's own scale (QT_SCALE_FACTOR, Xft.dpi).
 
 #include "platform/Screens.h"
 
@@ -14,6 +15,10 @@ public:
     // compositor may start or quit at any moment and the question is one round trip. Qt on
     // Wayland blends every window, so anything but X11 counts as composited.
     bool composited() override;
+
+    // A rectangle in the X screen's device pixels, in the units of screens(). Qt keeps each
+    // screen's top-left where it is and scales the rest from there.
+    static platform::Rect fromDevicePixels(const platform::Rect& r);
 };
 
 }  // namespace linuxdesk

@@ -76,6 +76,15 @@ std::vector<Window> windowListProperty(Display* d, Window w, const char* name) {
     return out;
 }
 
+std::vector<long> cardinalListProperty(Display* d, Window w, const char* name) {
+    Property p;
+    std::vector<long> out;
+    if (!read(d, w, name, XA_CARDINAL, p) || p.format != 32) return out;
+    auto* items = reinterpret_cast<long*>(p.data);
+    out.assign(items, items + p.count);
+    return out;
+}
+
 QString stringProperty(Display* d, Window w, const char* name) {
     Property p;
     if (!read(d, w, name, AnyPropertyType, p) || p.format != 8) return {};

@@ -22,6 +22,7 @@ bool takeError();
 std::optional<Window> windowProperty(Display* d, Window w, const char* name);
 std::optional<long> cardinalProperty(Display* d, Window w, const char* name);
 std::vector<Window> windowListProperty(Display* d, Window w, const char* name);
+std::vector<long> cardinalListProperty(Display* d, Window w, const char* name);
 QString stringProperty(Display* d, Window w, const char* name);  // UTF8_STRING or STRING
 // WM_CLASS as (instance, class).
 std::pair<QString, QString> wmClass(Display* d, Window w);
