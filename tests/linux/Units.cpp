@@ -65,3 +65,28 @@ TEST(InputSourceNames, LayoutsAndLocalesBecomeLanguageCodes) {
     EXPECT_EQ(LinuxInputSource::languageOfLocale("zh_CN"), "zh-CN");
     EXPECT_EQ(LinuxInputSource::languageOfLocale("other"), "");
 }
+
+#include "platform/linux/WindowMapping.h"
+
+// What an application reports for its window, fitted onto the X server's frames of it.
+TEST(WindowMapping, ReportedWindowsFitOntoTheirTrueFrames) {
+    using linuxdesk::fitFrame;
+    const platform::Rect frame{319, 177, 642, 445}, client{320, 197, 640, 420};
+    // True positions (GTK 3 reports the manager's frame): nothing moves.
+    auto same = fitFrame({319, 177, 642, 445}, {frame, client});
+    ASSERT_TRUE(same);
+    EXPECT_TRUE(same->identity());
+    // Window-relative positions (GTK 4): shifted to where the window is.
+    auto relative = fitFrame({0, 0, 640, 420}, {frame, client});
+    ASSERT_TRUE(relative);
+    const platform::Rect caret = relative->apply({309, 61, 9, 17});
+    EXPECT_EQ(caret.x, 629);
+    EXPECT_EQ(caret.y, 258);
+    // A scale of 2 in the application's own units, rounded there.
+    auto scaled = fitFrame({160, 98, 320, 210}, {client});
+    ASSERT_TRUE(scaled);
+    EXPECT_EQ(scaled->scale, 2);
+    EXPECT_EQ(scaled->apply({200, 150, 4, 8}).y, 300);
+    // Nothing of that shape: no guess.
+    EXPECT_FALSE(fitFrame({0, 0, 300, 500}, {frame, client}));
+}
