@@ -33,6 +33,9 @@ public:
     static constexpr int width = 520;
     static constexpr int height = 600;
 
+    // The window opens at 520 × 600; the list scrolls within.
+    QSize sizeHint() const override { return {width, height}; }
+
     const std::vector<KindSection*>& sections() const { return sections_; }
     // The applications of no kind with a switch of their own, and the websites of no kind.
     QStringList otherApps() const;

@@ -30,8 +30,9 @@ void render(const QString& path, const QSet<QString>& startOpen, std::optional<i
     setup::AppsView view(rules::AppRules::shared(savedSettings()), workspace, startOpen);
     view.setAttribute(Qt::WA_DontShowOnScreen);
     view.ensurePolished();
-    const QSize size(width.value_or(std::max(setup::AppsView::width, view.sizeHint().width())),
-                     height);
+    // The fitting width: what the content needs, and never less than the window's own.
+    const QSize size(
+        width.value_or(std::max(setup::AppsView::width, view.minimumSizeHint().width())), height);
     view.resize(size);
     view.show();  // lays out the scroll area's content as the window would
     QImage image(size, QImage::Format_ARGB32_Premultiplied);
