@@ -22,8 +22,12 @@ QString homeDir() {
     return home;
 }
 
+QString dataHome() {
+    return xdgDir("XDG_DATA_HOME", ".local/share");
+}
+
 QString supportDir() {
-    return xdgDir("XDG_DATA_HOME", ".local/share") + QStringLiteral("/Glimmo");
+    return dataHome() + QStringLiteral("/Glimmo");
 }
 
 QString logFile() {

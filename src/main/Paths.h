@@ -6,6 +6,8 @@
 
 namespace glimmo {
 
+// $XDG_DATA_HOME, default ~/.local/share: where the launcher entry and the icon go.
+QString dataHome();
 // $XDG_DATA_HOME/Glimmo, default ~/.local/share/Glimmo: log, debug flag, claude-path.
 QString supportDir();
 // supportDir + "/log.txt".
