@@ -1,0 +1,32 @@
+#!/usr/bin/env bash
+# packaging/release.sh [OUT_DIR]   the Debian package and the release image, into OUT_DIR
+#                                  (default: dist/ in the source folder)
+# Builds in build-release/ (program only, Release), or in an existing build folder given as
+# GLIMMO_BUILD_DIR (the tests do that). Needs dpkg-dev and xorriso.
+set -euo pipefail
+repo=$(cd "$(dirname "$0")/.." && pwd)
+out=${1:-$repo/dist}
+mkdir -p "$out"
+out=$(cd "$out" && pwd)
+
+if [ -n "${GLIMMO_BUILD_DIR:-}" ]; then
+    build=$GLIMMO_BUILD_DIR
+else
+    build=$repo/build-release
+    cmake -S "$repo" -B "$build" -DCMAKE_BUILD_TYPE=Release -DGLIMMO_TESTS=OFF >/dev/null
+fi
+cmake --build "$build" -j2 --target glimmo
+
+version=$(sed -n 's/^#define GLIMMO_VERSION "\(.*\)"$/\1/p' "$build/generated/main/Version.h")
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+# The package: CPack from the build folder's install rules, under /usr.
+(cd "$build" && cpack -G DEB -B "$work/cpack" >/dev/null)
+mv "$work"/cpack/glimmo_*.deb "$out/"
+
+# The release image: volume "Glimmo" holding the bundle folder Glimmo/.
+cmake --install "$build" --prefix "$work/image/Glimmo" --strip >/dev/null
+xorriso -as mkisofs -quiet -V Glimmo -R -J -o "$out/Glimmo-$version.iso" "$work/image"
+
+ls -1 "$out"/glimmo_*.deb "$out/Glimmo-$version.iso"
