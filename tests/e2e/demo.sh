@@ -37,10 +37,9 @@ find_claude() {
 }
 
 if [ "${GLIMMO_DEMO_INSIDE:-}" != 1 ]; then
-    for f in glimmo glimmo-gtk-editor tests/support/claude-standin; do
+    for f in glimmo glimmo-gtk-editor glimmo-screenshot tests/support/claude-standin; do
         [ -x "$build/$f" ] || fail "$build/$f is missing; build first (./run does)"
     done
-    command -v import >/dev/null || fail "ImageMagick's import is missing (./run installs it)"
 
     work=$(mktemp -d /tmp/glimmo-demo.XXXXXX)
     trap 'rm -rf "$work"' EXIT
@@ -139,11 +138,11 @@ wait_for 45 in_log "chars -> suggestion" || {
 }
 wait_for 5 bubble_up || fail "the bubble did not show"
 sleep 0.5
-import -window root "$out/1-suggestion.png"
+"$build/glimmo-screenshot" "$out/1-suggestion.png"
 
 xdotool key Tab
 sleep 1.5
-import -window root "$out/2-after-tab.png"
+"$build/glimmo-screenshot" "$out/2-after-tab.png"
 after=$(editor_text)
 
 label="Claude's rewrite"
