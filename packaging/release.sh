@@ -15,18 +15,19 @@ else
     build=$repo/build-release
     cmake -S "$repo" -B "$build" -DCMAKE_BUILD_TYPE=Release -DGLIMMO_TESTS=OFF >/dev/null
 fi
-cmake --build "$build" -j2 --target glimmo
+cmake --build "$build" -j2 --target glimmo >/dev/null
 
 version=$(sed -n 's/^#define GLIMMO_VERSION "\(.*\)"$/\1/p' "$build/generated/main/Version.h")
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
 # The package: CPack from the build folder's install rules, under /usr.
-(cd "$build" && cpack -G DEB -B "$work/cpack" >/dev/null)
+(cd "$build" && cpack -G DEB -B "$work/cpack" >"$work/cpack.log" 2>&1) || { cat "$work/cpack.log" >&2; exit 1; }
 mv "$work"/cpack/glimmo_*.deb "$out/"
 
 # The release image: volume "Glimmo" holding the bundle folder Glimmo/.
 cmake --install "$build" --prefix "$work/image/Glimmo" --strip >/dev/null
-xorriso -as mkisofs -quiet -V Glimmo -R -J -o "$out/Glimmo-$version.iso" "$work/image"
+xorriso -as mkisofs -quiet -V Glimmo -R -J -o "$out/Glimmo-$version.iso" "$work/image" 2>"$work/xorriso.log" ||
+    { cat "$work/xorriso.log" >&2; exit 1; }
 
 ls -1 "$out"/glimmo_*.deb "$out/Glimmo-$version.iso"
