@@ -19,6 +19,9 @@ public:
     virtual Claim claim(std::function<void()> onReopen) = 0;
     // Asks the running one to reopen; true when it answered.
     virtual bool reopenRunning() = 0;
+    // Asks the running one to quit (a copy that installs itself replaces it); true when it
+    // answered.
+    virtual bool quitRunning() = 0;
 };
 
 }  // namespace platform

@@ -24,6 +24,9 @@ bool installed(const BundlePaths& paths) {
 bool moveToApplications(const QStringList& arguments, const BundlePaths& paths,
                         const InstallActions& actions) {
     if (installed(paths)) return false;
+    // Only a bundle moves: a program run from its build folder has no build number beside it.
+    if (!QFileInfo::exists(paths.runningBundle() + QStringLiteral("/share/glimmo/build")))
+        return false;
     if (arguments.contains(QStringLiteral("-stay"))) return false;
 
     actions.quitOthers();

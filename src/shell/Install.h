@@ -7,10 +7,10 @@
 
 namespace shell {
 
-// Keeps Glimmo where it belongs. Started from anywhere but /usr/, /opt/ or ~/.local/opt/ (and
-// without "-stay"), it copies its bundle to ~/.local/opt/Glimmo, relaunches the copy and quits.
-// True when the caller must stop launching (the copy starts instead, or the copy failed and
-// the program quits); false when it stays where it is.
+// Keeps Glimmo where it belongs. A bundle started from anywhere but /usr/, /opt/ or
+// ~/.local/opt/ (and without "-stay") copies itself to ~/.local/opt/Glimmo, relaunches the copy
+// and quits. True when the caller must stop launching (the copy starts instead, or the copy
+// failed and the program quits); false when it stays where it is.
 bool moveToApplications(const QStringList& arguments, const BundlePaths& paths,
                         const InstallActions& actions);
 

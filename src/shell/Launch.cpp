@@ -12,7 +12,9 @@
 #include "platform/linux/Desktop.h"
 #include "platform/linux/SessionInstance.h"
 #include "rules/AppRules.h"
+#include "shell/Install.h"
 #include "shell/Tray.h"
+#include "shell/Update.h"
 #include "shell/WindowFactories.h"
 #include "shell/Windows.h"
 
@@ -53,6 +55,13 @@ int runNormalLaunch(const QStringList& args) {
     std::signal(SIGPIPE, SIG_IGN);
 
     linuxdesk::SessionInstance instance;
+    const BundlePaths bundle = BundlePaths::standard();
+    InstallActions install = InstallActions::standard();
+    install.quitOthers = [&instance] { instance.quitRunning(); };
+    // A copy started from anywhere but an install location installs itself and starts that
+    // copy instead, replacing a running Glimmo rather than reopening it.
+    if (moveToApplications(args, bundle, install)) return 0;
+
     std::function<void()> reopen;
     const auto claim = instance.claim([&reopen] {
         if (reopen) reopen();
@@ -88,14 +97,17 @@ int runNormalLaunch(const QStringList& args) {
 
     registerLoginOnce(platform);
 
-    // The install step: "stay" for now (the program runs from where it is).
+    // Started from the mounted release image (or just installed from it): eject it.
+    ejectVolumeLater(bundle, install);
 
     engine.start();
     tray.startIconTimer();
     if (!tray.setupFinished() || args.contains(QStringLiteral("-setup"))) windows.showSetup();
 
     // A later start of the program: the update check first, else the setup window.
-    reopen = [&windows] { windows.showSetup(); };
+    reopen = [&windows, &bundle, &install] {
+        if (!updateFromDiskImage(bundle, install)) windows.showSetup();
+    };
 
     const int status = QApplication::exec();
     reopen = nullptr;

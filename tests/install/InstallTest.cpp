@@ -36,7 +36,6 @@ struct Watched {
 class InstallTest : public ::testing::Test {
 protected:
     testsupport::TempHome home;
-    void SetUp() override { QDir().mkpath(home.path() + "/.local/share/Glimmo"); }
 
     // A bundle as the release image holds it; its program not yet executable.
     QString makeBundle(const QString& relative, const QByteArray& build) {
@@ -69,6 +68,9 @@ TEST_F(InstallTest, StaysWhereInstalledOrWithStay) {
     }
     Watched w;
     EXPECT_FALSE(moveToApplications({elsewhere, "-stay"}, paths(elsewhere), w.actions()));
+    // A program in a build folder is no bundle.
+    const QString built = home.write("src/build/glimmo", "");
+    EXPECT_FALSE(moveToApplications({built}, paths(built), w.actions()));
     EXPECT_TRUE(w.events.isEmpty());
     EXPECT_FALSE(QFileInfo::exists(dest()));
 }

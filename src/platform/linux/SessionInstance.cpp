@@ -1,5 +1,6 @@
 #include "platform/linux/SessionInstance.h"
 
+#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
@@ -43,15 +44,29 @@ platform::SingleInstance::Claim SessionInstance::claim(std::function<void()> onR
                : Claim::Unknown;
 }
 
-bool SessionInstance::reopenRunning() {
+namespace {
+
+bool callRunning(const QString& method, const QVariantList& arguments) {
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) return false;
     QDBusMessage call = QDBusMessage::createMethodCall(
-        QLatin1String(serviceName), QLatin1String(objectPath),
-        QStringLiteral("org.freedesktop.Application"), QStringLiteral("Activate"));
-    call << QVariantMap();
+        QLatin1String(SessionInstance::serviceName), QLatin1String(SessionInstance::objectPath),
+        QStringLiteral("org.freedesktop.Application"), method);
+    call.setArguments(arguments);
     const QDBusMessage reply = bus.call(call, QDBus::Block, kCallTimeoutMs);
     return reply.type() == QDBusMessage::ReplyMessage;
+}
+
+}  // namespace
+
+bool SessionInstance::reopenRunning() {
+    return callRunning(QStringLiteral("Activate"), {QVariantMap()});
+}
+
+bool SessionInstance::quitRunning() {
+    return callRunning(
+        QStringLiteral("ActivateAction"),
+        {QStringLiteral("quit"), QVariant::fromValue(QVariantList()), QVariantMap()});
 }
 
 void SessionInstance::Activate(const QVariantMap&) {
@@ -63,8 +78,13 @@ void SessionInstance::Open(const QStringList&, const QVariantMap& platformData) 
     Activate(platformData);
 }
 
-void SessionInstance::ActivateAction(const QString&, const QVariantList&,
+void SessionInstance::ActivateAction(const QString& name, const QVariantList&,
                                      const QVariantMap& platformData) {
+    // Answered first; the quit happens in the next turn of the event loop.
+    if (name == QStringLiteral("quit")) {
+        QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+        return;
+    }
     Activate(platformData);
 }
 

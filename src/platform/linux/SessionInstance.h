@@ -22,6 +22,7 @@ public:
 
     Claim claim(std::function<void()> onReopen) override;
     bool reopenRunning() override;
+    bool quitRunning() override;
 
 public slots:
     // org.freedesktop.Application, as desktop launchers call it.
