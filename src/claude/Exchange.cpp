@@ -4,6 +4,7 @@
 #include <QJsonDocument>
 #include <QPointer>
 #include <QProcess>
+#include <algorithm>
 
 #include "claude/Locate.h"
 #include "claude/Profile.h"
@@ -18,6 +19,10 @@ namespace {
 
 // A waiting process this old is replaced, so the one that answers is never stale.
 constexpr double warmLifetime = 600.0;
+// A claude that keeps failing (signed out, broken) is retried at once the first time, then
+// after 2, 4, 8 ... seconds, at most a minute apart: each try starts a large program.
+constexpr double firstRetryWait = 2.0;
+constexpr double longestRetryWait = 60.0;
 
 QStringList launchArguments(const QString& prompt) {
     // The empty strings are real arguments: no settings sources, no tools.
@@ -100,9 +105,12 @@ Exchange::~Exchange() {
 void Exchange::warmUp() {
     if (warm_ && warm_->live() && clock_.now() - warm_->born < warmLifetime) return;
     if (warm_) {
+        // One that ended before it was asked anything could not even start properly.
+        if (!warm_->live()) failed();
         warm_->terminate();
         warm_.reset();
     }
+    if (waitingToRetry()) return;
     const std::optional<QString> path = claudePath();
     if (!path) {
         claudeTrouble_ = true;
@@ -117,12 +125,19 @@ void Exchange::warmUp() {
         glimmo::log(QStringLiteral("cannot start claude at ") + *path + QStringLiteral(": ") +
                     *error);
         claudeTrouble_ = true;
+        failed();
         return;
     }
     warm_ = std::move(warm);
 }
 
 void Exchange::ask(const QString& text, OnPartial onPartial, OnDone onDone) {
+    if (waitingToRetry()) {
+        if (why_)
+            why_(QStringLiteral("claude failing; next try in ") +
+                 oneDecimal(retryAt_ - clock_.now()) + QLatin1Char('s'));
+        return;
+    }
     const double age = warm_ ? clock_.now() - warm_->born : -1.0;
     warmUp();
     if (!warm_) return;
@@ -171,9 +186,11 @@ void Exchange::finish(qint64 generation, double start, const QString& text, cons
     if (!answer) {
         glimmo::log(QStringLiteral("claude failed after ") + elapsed + QLatin1Char('s'));
         claudeTrouble_ = true;
+        failed();
         return;
     }
     claudeTrouble_ = false;
+    succeeded();
     const QString kind = text.startsWith(QLatin1String("<reply>")) ? QStringLiteral("reply options")
                          : *answer == QLatin1String("=")           ? QStringLiteral("no change")
                                                                    : QStringLiteral("suggestion");
@@ -181,6 +198,32 @@ void Exchange::finish(qint64 generation, double start, const QString& text, cons
                 QStringLiteral(" in ") + elapsed + QStringLiteral("s (process ready for ") +
                 oneDecimal(age) + QStringLiteral("s)"));
     if (onDone) onDone(*answer);
+}
+
+void Exchange::failed() {
+    ++failuresInARow_;
+    if (failuresInARow_ < 2) return;
+    const int doublings = std::min(failuresInARow_ - 2, 6);
+    retryAt_ = clock_.now() + std::min(firstRetryWait * (1 << doublings), longestRetryWait);
+}
+
+void Exchange::succeeded() {
+    failuresInARow_ = 0;
+    retryAt_ = 0;
+}
+
+bool Exchange::waitingToRetry() const {
+    return failuresInARow_ >= 2 && clock_.now() < retryAt_;
+}
+
+std::optional<double> Exchange::retryAt() const {
+    if (!waitingToRetry()) return std::nullopt;
+    return retryAt_;
+}
+
+void Exchange::setClaudeTrouble(bool value) {
+    claudeTrouble_ = value;
+    if (!value) succeeded();
 }
 
 void Exchange::release(const Warm* done) {

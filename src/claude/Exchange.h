@@ -43,7 +43,10 @@ public:
     bool hasWarm() const;
     qint64 generation() const { return generation_; }
     bool claudeTrouble() const { return claudeTrouble_; }
-    void setClaudeTrouble(bool value) { claudeTrouble_ = value; }
+    // Clearing the flag is the user's "sign in again": the next request is sent at once.
+    void setClaudeTrouble(bool value);
+    // While claude keeps failing, requests and restarts wait until this time on the clock.
+    std::optional<double> retryAt() const;
 
     // The whole field text whose rewrite is in flight (set by the caller of ask).
     std::optional<QString> pendingText;
@@ -54,6 +57,9 @@ private:
     void finish(qint64 generation, double start, const QString& text, const OnDone& onDone,
                 double age, const std::optional<QJsonObject>& record);
     void release(const Warm* done);
+    void failed();
+    void succeeded();
+    bool waitingToRetry() const;
 
     platform::Defaults& defaults_;
     const platform::Clock& clock_;
@@ -65,6 +71,8 @@ private:
     int watchdogMs_ = 20000;
     qint64 generation_ = 0;
     bool claudeTrouble_ = false;
+    int failuresInARow_ = 0;
+    double retryAt_ = 0;
 };
 
 }  // namespace claude
