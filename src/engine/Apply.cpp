@@ -107,7 +107,8 @@ void Glimmo::copyFallback(const Target& target) {
     if (!selection) return;
     const auto at = ax::bounds(p_.ax, target.el, selection->location);
     if (!at) return;
-    bubble->show(target.suggestion, QStringLiteral("Copied · press **⌘V** to paste"), *at, [] {});
+    bubble->show(target.suggestion, QStringLiteral("Copied · press **Ctrl+V** to paste"), *at,
+                 [] {});
     later(kCopyNotice, [this] {
         if (!shown) hideBubble();
     });

@@ -40,7 +40,7 @@ TEST_F(ApplyTest, OneCharacterParagraphIsCopiedInstead) {
     EXPECT_EQ(field->text(), QStringLiteral("First line here.\nk"));
     EXPECT_EQ(desk.clipboard().text(), QStringLiteral("OK."));
     EXPECT_FALSE(desk.clipboard().transient()) << "meant to be pasted by the user";
-    EXPECT_EQ(bubble().hint, QStringLiteral("Copied · press **⌘V** to paste"));
+    EXPECT_EQ(bubble().hint, QStringLiteral("Copied · press **Ctrl+V** to paste"));
     EXPECT_TRUE(log().contains("could not select the paragraph; rewrite copied to clipboard"));
     ASSERT_TRUE(waitFor([&] { return !engine->bubble->visible(); }, 4000));
 }

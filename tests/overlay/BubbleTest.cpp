@@ -100,10 +100,11 @@ TEST(Bubble, ReusesOnePanelAcrossShowsAndSwitchesViews) {
     const QString longer = QStringLiteral(
         "A streamed suggestion that has grown past the least "
         "width of the bubble …");
-    bubble.show(longer, QStringLiteral("Copied · press **⌘V** to paste"), {600, 400, 2, 18}, {});
+    bubble.show(longer, QStringLiteral("Copied · press **Ctrl+V** to paste"), {600, 400, 2, 18},
+                {});
     EXPECT_GT(bubble.shown().frame.width, 240);
     EXPECT_EQ(bubble.shown().frame.x, 588);
-    EXPECT_EQ(bubble.shown().hint, QStringLiteral("Copied · press **⌘V** to paste"));
+    EXPECT_EQ(bubble.shown().hint, QStringLiteral("Copied · press **Ctrl+V** to paste"));
 
     bubble.showReplies(three, 1, true, caret, {});
     const Shown& shown = bubble.shown();
