@@ -1,5 +1,6 @@
 #include "ax/Browser.h"
 
+#include <QRegularExpression>
 #include <QUrl>
 
 #include "ax/TextField.h"
@@ -42,10 +43,18 @@ std::optional<QString> pageHost(platform::Ax& ax, const Element& element) {
     auto address = webAreaURL(ax, element);
     if (!address) return std::nullopt;
     const QUrl url(*address, QUrl::StrictMode);
-    if (!url.isValid()) return std::nullopt;
-    const QString host = url.host();
-    if (host.isEmpty()) return std::nullopt;
-    return host;
+    if (!url.isValid() || url.host().isEmpty()) return std::nullopt;
+    // The host as the address writes it: the parser would lower-case it.
+    QStringView authority(*address);
+    authority = authority.mid(authority.indexOf(QLatin1String("//")) + 2);
+    authority = authority.left(authority.indexOf(QRegularExpression(QStringLiteral("[/?#]"))));
+    authority = authority.mid(authority.lastIndexOf(u'@') + 1);
+    if (authority.startsWith(u'[')) return url.host();  // an IPv6 address has no letter case
+    if (const qsizetype colon = authority.indexOf(u':'); colon >= 0)
+        authority = authority.left(colon);
+    const QString host = QUrl::fromPercentEncoding(authority.toUtf8());
+    // Anything the parser reads differently (an international name) keeps the parser's host.
+    return host.compare(url.host(), Qt::CaseInsensitive) == 0 ? host : url.host();
 }
 
 void prime(platform::Ax& ax, std::set<qint64>& primed, const platform::RunningApp& app) {

@@ -48,7 +48,9 @@ TEST(Browser, AddressAsUrlOrStringAndItsHostUnchanged) {
 
     area->set("AXURL", QStringLiteral("https://www.Example.org:8080/a?b#c"));
     EXPECT_EQ(ax::webAreaURL(ax, box->handle()), "https://www.Example.org:8080/a?b#c");
-    EXPECT_EQ(ax::pageHost(ax, box->handle()), "www.example.org");  // no label removed
+    EXPECT_EQ(ax::pageHost(ax, box->handle()), "www.Example.org");  // as written, no label removed
+    area->set("AXURL", QStringLiteral("https://me@Mail.Example.com:8443"));
+    EXPECT_EQ(ax::pageHost(ax, box->handle()), "Mail.Example.com");
 
     area->set("AXURL", Url{"https://docs.example.com/x"});
     EXPECT_EQ(ax::webAreaURL(ax, box->handle()), "https://docs.example.com/x");
