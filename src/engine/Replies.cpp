@@ -1,5 +1,6 @@
 // Reply drafting: three short replies for an empty message box, from the conversation on screen.
 #include <QPointer>
+#include <QRegularExpression>
 
 #include "ax/Browser.h"
 #include "ax/Conversation.h"
@@ -151,7 +152,10 @@ void Glimmo::insertReply(int index) {
     if (!replies || index < 0 || index >= replies->options.size()) return;
     const QString option = replies->options.at(index);
     clearShown();
-    for (const QString& line : option.split(u'\n')) cache.insert(line, QStringLiteral("="));
+    // Any line break, not only a line feed, ends a line of the reply.
+    static const QRegularExpression lineBreak(
+        QStringLiteral("\r\n|[\n\v\f\r\\x{85}\\x{2028}\\x{2029}]"));
+    for (const QString& line : option.split(lineBreak)) cache.insert(line, QStringLiteral("="));
     // Until the application has fetched the pasted text the box still reads as empty; restart
     // the drafting pause so the cached list does not flash up again meanwhile.
     lastChange = p_.clock.now();

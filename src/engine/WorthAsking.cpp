@@ -16,6 +16,19 @@ int hanCount(const QString& text) {
     return n;
 }
 
+// Words are the runs between white space of any kind: a no-break space or an ideographic space
+// separates words as a plain space does.
+int wordCount(const QString& text) {
+    int words = 0;
+    bool inWord = false;
+    for (const QChar c : text) {
+        const bool space = c.isSpace();
+        if (!space && !inWord) ++words;
+        inWord = !space;
+    }
+    return words;
+}
+
 }  // namespace
 
 bool worthAsking(const QString& paragraph, const QString& text, qint64 caret,
@@ -26,8 +39,7 @@ bool worthAsking(const QString& paragraph, const QString& text, qint64 caret,
     if (!ax::hasCJK(t)) {
         static const QRegularExpression contraction(QStringLiteral("[a-z]'[a-z]"));
         if (contraction.match(t).hasMatch()) return false;
-        static const QRegularExpression blanks(QStringLiteral("\\s+"));
-        return t.split(blanks, Qt::SkipEmptyParts).size() >= 3;
+        return wordCount(t) >= 3;
     }
     if (hanCount(t) < 4) return false;
     if (!ax::keyboardIsChinese(inputSource)) return true;

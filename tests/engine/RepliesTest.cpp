@@ -173,8 +173,10 @@ TEST_F(RepliesTest, GmailInAChromiumBrowserAndNowhereElse) {
 }
 
 TEST_F(RepliesTest, OutlookReplyOfTwoLinesIsNotRewrittenAfterwards) {
-    script(R"(answer ["Hi Ana,\nYes, I will send it today.", "Hi Ana,\nNot today.", "Which deck?"])"
-           "\n");
+    // A reply's lines may end in any line break, carriage return and line feed included.
+    script(
+        R"(answer ["Hi Ana,\r\nYes, I will send it today.", "Hi Ana,\nNot today.", "Which deck?"])"
+        "\n");
     auto& outlook =
         desk.addApp(QStringLiteral("com.microsoft.Outlook"), QStringLiteral("Microsoft Outlook"));
     auto window = outlook.addWindow(QStringLiteral("Re: Deck"));
@@ -186,7 +188,7 @@ TEST_F(RepliesTest, OutlookReplyOfTwoLinesIsNotRewrittenAfterwards) {
     after(0.41);
     ASSERT_TRUE(waitFor([&] { return engine->replies && !engine->draftingReplies; }));
     EXPECT_TRUE(desk.keyTap().press(key::Tab));
-    EXPECT_EQ(box->text(), QStringLiteral("Hi Ana,\nYes, I will send it today."));
+    EXPECT_EQ(box->text(), QStringLiteral("Hi Ana,\r\nYes, I will send it today."));
     EXPECT_EQ(engine->cache.value(QStringLiteral("Hi Ana,")), QStringLiteral("="));
     EXPECT_EQ(engine->cache.value(QStringLiteral("Yes, I will send it today.")),
               QStringLiteral("="));

@@ -23,6 +23,9 @@ TEST(WorthAsking, LatinTextNeedsSixCharactersAndThreeWords) {
     EXPECT_TRUE(worth("  we are needing it  \n", en));  // blanks around do not count
     // Grapheme clusters, not code units: three flags are three characters.
     EXPECT_FALSE(worth(QString::fromUtf8("🇫🇷 🇩🇪"), en));
+    // Every kind of white space separates words: no-break, em and ideographic spaces.
+    EXPECT_TRUE(worth(QString::fromUtf8("we\u00a0are\u2003needing\u3000it"), en));
+    EXPECT_FALSE(worth(QString::fromUtf8("we\u200bare needing"), en));  // zero width is no space
 }
 
 TEST(WorthAsking, LowerCaseContractionsAreLeftAlone) {
