@@ -1,7 +1,8 @@
-// The backend's pure pieces: offset conversion.
+// The backend's pure pieces: offset conversion, text runs.
 #include <gtest/gtest.h>
 
 #include "platform/linux/TextOffsets.h"
+#include "platform/linux/TextRun.h"
 
 using namespace linuxdesk;
 
@@ -89,4 +90,18 @@ TEST(WindowMapping, ReportedWindowsFitOntoTheirTrueFrames) {
     EXPECT_EQ(scaled->apply({200, 150, 4, 8}).y, 300);
     // Nothing of that shape: no guess.
     EXPECT_FALSE(fitFrame({0, 0, 300, 500}, {frame, client}));
+}
+
+TEST(TextRun, TextAroundChildObjectsBecomesRunsInReadingOrder) {
+    // Two child objects that could not be read still hold their places in the text.
+    const auto list = TextRun::interleave(
+        AtRef(), QStringLiteral("Hi \uFFFC, see\n\uFFFC \uFFFC the deck "), {AtRef(), AtRef()});
+    QStringList runs;
+    for (const auto& e : list) {
+        auto* run = dynamic_cast<const TextRun*>(e.get());
+        ASSERT_TRUE(run);
+        EXPECT_EQ(run->index(), runs.size());
+        runs << run->text();
+    }
+    EXPECT_EQ(runs, (QStringList{"Hi", ", see", "the deck"}));
 }

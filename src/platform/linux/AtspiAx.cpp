@@ -1,17 +1,22 @@
 #include "platform/linux/AtspiAx.h"
 
+#include <algorithm>
+#include <vector>
+
 #include "main/Log.h"
 #include "platform/linux/AtElement.h"
 #include "platform/linux/Atspi.h"
 #include "platform/linux/AxRoles.h"
 #include "platform/linux/AxText.h"
 #include "platform/linux/QtScreens.h"
+#include "platform/linux/TextRun.h"
 
 namespace linuxdesk {
 
 namespace {
 
-constexpr int kChildrenLimit = 1000;
+// An application has a few windows; this only guards against a broken one.
+constexpr int kWindowsLimit = 1000;
 // The application element of a process is looked up again after this long, so that a
 // restarted application (a new bus name under a reused process id) is found.
 constexpr int kAppKeepMs = 3000;
@@ -94,7 +99,7 @@ OffsetUnit AtspiAx::unitOf(const AtRef& element) {
 }
 
 AtRef AtspiAx::focusedWindow(const AtRef& application) {
-    const int count = std::min(at::childCount(application).value_or(0), kChildrenLimit);
+    const int count = std::min(at::childCount(application).value_or(0), kWindowsLimit);
     for (int i = 0; i < count; ++i) {
         AtRef w = at::child(application, i);
         const auto role = cache_.role(w);
@@ -122,8 +127,32 @@ void AtspiAx::noteEmptyTree(const AtRef& application) {
 std::optional<platform::Value> AtspiAx::attribute(const platform::Element& element,
                                                   const QString& name) {
     const AtRef ref = AtElement::unwrap(element);
-    if (!ref) return std::nullopt;
-    return read(ref, name);
+    if (ref) return read(ref, name);
+    if (auto* run = dynamic_cast<const TextRun*>(element.get())) return readRun(*run, name);
+    return std::nullopt;
+}
+
+std::optional<platform::Value> AtspiAx::readRun(const TextRun& run, const QString& name) {
+    if (name == QLatin1String("AXRole")) return platform::Value(QStringLiteral("AXStaticText"));
+    if (name == QLatin1String("AXValue")) return platform::Value(run.text());
+    if (name == QLatin1String("AXParent")) return platform::Value(run.holder());
+    if (name == QLatin1String("AXChildren")) return platform::Value(platform::ElementList{});
+    return std::nullopt;
+}
+
+std::optional<QString> AtspiAx::heldText(const AtRef& e, const std::vector<AtRef>& children) {
+    const auto role = cache_.role(e);
+    if (!role || !cache_.hasText(e)) return std::nullopt;
+    const auto s = cache_.states(e);
+    // A text box's text is what the user types, and a static text is read whole already.
+    if (!s || (s->editable && !s->readOnly)) return std::nullopt;
+    if (axRole(*role, s, true) == QLatin1String("AXStaticText")) return std::nullopt;
+    // Newer Chromium gives the text its own static children as well: then they carry it.
+    for (const AtRef& c : children) {
+        const auto r = c ? cache_.role(c) : std::nullopt;
+        if (r && (*r == ATSPI_ROLE_STATIC || *r == ATSPI_ROLE_LABEL)) return std::nullopt;
+    }
+    return cache_.text(e);
 }
 
 std::optional<platform::Value> AtspiAx::read(const AtRef& e, const QString& name) {
@@ -174,9 +203,14 @@ std::optional<platform::Value> AtspiAx::read(const AtRef& e, const QString& name
     if (name == QLatin1String("AXChildren")) {
         const auto count = at::childCount(e);
         if (!count) return std::nullopt;
+        std::vector<AtRef> children;
+        children.reserve(size_t(std::max(*count, 0)));
+        for (int i = 0; i < *count; ++i) children.push_back(at::child(e, i));
+        if (const auto text = heldText(e, children))
+            return platform::Value(TextRun::interleave(e, *text, children));
         platform::ElementList list;
-        for (int i = 0; i < std::min(*count, kChildrenLimit); ++i)
-            if (AtRef c = at::child(e, i)) list.push_back(AtElement::wrap(c));
+        for (const AtRef& c : children)
+            if (c) list.push_back(AtElement::wrap(c));
         return platform::Value(list);
     }
     if (name == QLatin1String("AXFocusedUIElement")) {
@@ -245,6 +279,9 @@ bool AtspiAx::setAttribute(const platform::Element& element, const QString& name
 }
 
 bool AtspiAx::same(const platform::Element& a, const platform::Element& b) {
+    auto* r = dynamic_cast<const TextRun*>(a.get());
+    auto* q = dynamic_cast<const TextRun*>(b.get());
+    if (r || q) return r && q && r->index() == q->index() && same(r->holder(), q->holder());
     auto* x = dynamic_cast<const AtElement*>(a.get());
     auto* y = dynamic_cast<const AtElement*>(b.get());
     if (!x || !y) return false;

@@ -6,6 +6,7 @@
 #include <QString>
 #include <map>
 #include <set>
+#include <vector>
 
 #include "platform/Ax.h"
 #include "platform/linux/A11yBus.h"
@@ -16,6 +17,8 @@
 #include "platform/linux/WindowMapping.h"
 
 namespace linuxdesk {
+
+class TextRun;
 
 class AtspiAx : public platform::Ax {
 public:
@@ -40,6 +43,10 @@ private:
     OffsetUnit unitOf(const AtRef& element);
     std::optional<qint64> pidOf(const AtRef& application);
     std::optional<platform::Value> read(const AtRef& element, const QString& name);
+    std::optional<platform::Value> readRun(const TextRun& run, const QString& name);
+    // The text a non-editable element holds itself, beside its child objects (see TextRun);
+    // absent when its children carry that text already.
+    std::optional<QString> heldText(const AtRef& element, const std::vector<AtRef>& children);
     AtRef focusedWindow(const AtRef& application);
     void noteEmptyTree(const AtRef& application);
     // A rectangle the application reported, on the desktop in the screens' units.

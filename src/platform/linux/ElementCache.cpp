@@ -1,5 +1,7 @@
 #include "platform/linux/ElementCache.h"
 
+#include <algorithm>
+
 namespace linuxdesk {
 
 namespace {
@@ -21,9 +23,12 @@ ElementCache::Entry& ElementCache::entry(const AtRef& e) {
     const QString key = keyOf(e);
     auto it = entries_.find(key);
     if (it != entries_.end() && it->second.age.elapsed() < kKeepMs) return it->second;
-    if (entries_.size() >= kMaxEntries) {
+    if (entries_.size() >= sweepAt_) {
         for (auto i = entries_.begin(); i != entries_.end();)
             i = i->second.age.elapsed() >= kKeepMs ? entries_.erase(i) : std::next(i);
+        // A walk over a large window keeps thousands of entries young: sweep again only once
+        // the map has doubled, or every new element would pay a pass over all of them.
+        sweepAt_ = std::max(kMaxEntries, 2 * entries_.size());
     }
     Entry& fresh = entries_[key];
     fresh = Entry{};

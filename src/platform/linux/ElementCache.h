@@ -45,6 +45,7 @@ private:
     Entry& entry(const AtRef& e);
 
     std::map<QString, Entry> entries_;
+    size_t sweepAt_ = 0;  // the size at which old entries are next dropped
     Text text_;
 };
 
