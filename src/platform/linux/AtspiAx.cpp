@@ -112,15 +112,17 @@ AtRef AtspiAx::focusedWindow(const AtRef& application) {
 void AtspiAx::noteEmptyTree(const AtRef& application) {
     const auto pid = pidOf(application);
     if (!pid || reportedNoTree_.count(*pid)) return;
-    // Chromium and Electron register a bare window until told that an assistive technology
-    // is present, which only a flag at their launch does.
+    // Chromium and Electron register bare windows (no child, or one that cannot be fetched)
+    // unless started with the flag: turning accessibility on, a screen reader's status or
+    // listening to their events later changes nothing in a running one.
     if (at::toolkit(application).value_or(QString()) != QLatin1String("Chromium")) return;
     const AtRef window = at::child(application, 0);
-    if (!window || at::childCount(window).value_or(0) > 0) return;
+    if (!window || (at::childCount(window).value_or(0) > 0 && at::child(window, 0))) return;
     reportedNoTree_.insert(*pid);
-    glimmo::log(QStringLiteral("no accessibility tree from process %1; Chromium and Electron "
+    glimmo::log(QStringLiteral("no accessibility tree from %1 (process %2); Chromium and Electron "
                                "applications show it when started with "
-                               "--force-renderer-accessibility or ACCESSIBILITY_ENABLED=1")
+                               "--force-renderer-accessibility")
+                    .arg(at::name(application).value_or(QStringLiteral("an application")))
                     .arg(*pid));
 }
 
