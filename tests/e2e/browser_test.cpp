@@ -4,13 +4,9 @@
 // names (127.0.0.1 and localhost).
 #include <gtest/gtest.h>
 
-#include <QDir>
-#include <QProcess>
-#include <QStandardPaths>
-#include <QTcpServer>
-#include <QTcpSocket>
 #include <memory>
 
+#include "Chromium.h"
 #include "DesktopHelpers.h"
 #include "Standin.h"
 #include "TempHome.h"
@@ -19,6 +15,8 @@
 #include "platform/linux/Desktop.h"
 #include "rules/AppRules.h"
 
+using desktop::Chromium;
+using desktop::chromiumProgram;
 using testsupport::waitUntil;
 
 namespace {
@@ -27,68 +25,6 @@ const QByteArray kPage =
     "<!doctype html><html><head><meta charset=\"utf-8\"><title>Notes</title></head><body>"
     "<h1>Notes</h1><textarea autofocus rows=\"8\" cols=\"70\" aria-label=\"Note\"></textarea>"
     "</body></html>";
-
-// Answers every request with the page (and the favicon with nothing).
-class PageServer {
-public:
-    PageServer() {
-        server_.listen(QHostAddress::LocalHost);
-        QObject::connect(&server_, &QTcpServer::newConnection, [this] {
-            while (QTcpSocket* s = server_.nextPendingConnection()) {
-                QObject::connect(s, &QTcpSocket::readyRead, s, [s] {
-                    const QByteArray request = s->readAll();
-                    const bool page = !request.startsWith("GET /favicon");
-                    const QByteArray body = page ? kPage : QByteArray();
-                    s->write(QByteArray(page ? "HTTP/1.0 200 OK\r\n" : "HTTP/1.0 404 No\r\n") +
-                             "Content-Type: text/html; charset=utf-8\r\nContent-Length: " +
-                             QByteArray::number(body.size()) + "\r\n\r\n" + body);
-                    s->disconnectFromHost();
-                });
-                QObject::connect(s, &QTcpSocket::disconnected, s, &QObject::deleteLater);
-            }
-        });
-    }
-    QString url(const QString& host) const {
-        return QStringLiteral("http://%1:%2/notes.html").arg(host).arg(server_.serverPort());
-    }
-
-private:
-    QTcpServer server_;
-};
-
-QString chromiumProgram() {
-    for (const char* name : {"chromium", "chromium-browser"}) {
-        const QString path = QStandardPaths::findExecutable(QLatin1String(name));
-        if (!path.isEmpty()) return path;
-    }
-    return {};
-}
-
-// Chromium with its accessibility tree on, a fresh profile and nothing that reaches the network.
-class Chromium {
-public:
-    Chromium(const QString& program, const QString& profile, const QString& url) {
-        process_.setStandardOutputFile(QProcess::nullDevice());
-        process_.setStandardErrorFile(profile + QStringLiteral(".log"));
-        // Root has no sandbox to enter; the page is local and trusted.
-        process_.start(program,
-                       {"--no-sandbox", "--force-renderer-accessibility",
-                        "--user-data-dir=" + profile, "--disable-background-networking",
-                        "--disable-component-update", "--disable-sync", "--no-first-run",
-                        "--no-default-browser-check", "--disable-gpu", "--password-store=basic",
-                        "--disable-features=Translate", "--window-size=1000,700", url});
-    }
-    ~Chromium() {
-        process_.terminate();
-        if (!process_.waitForFinished(5000)) process_.kill();
-        process_.waitForFinished(2000);
-    }
-    bool started() { return process_.waitForStarted(5000); }
-    qint64 pid() const { return process_.processId(); }
-
-private:
-    QProcess process_;
-};
 
 struct BrowserOnDesktop : ::testing::Test {
     BrowserOnDesktop() {
@@ -124,9 +60,9 @@ TEST_F(BrowserOnDesktop, SiteSwitchesFollowThePageHostAndRewritesLandInThePage) 
     engine::Glimmo engine(platform, rules);
     engine.start();
 
-    PageServer server;
+    desktop::PageServer server(kPage);
     Chromium chromium(program, home.path() + QStringLiteral("/chromium"),
-                      server.url(QStringLiteral("127.0.0.1")));
+                      server.url(QStringLiteral("127.0.0.1"), QStringLiteral("/notes.html")));
     ASSERT_TRUE(chromium.started());
 
     // The switched-off site: the engine knows the page and stays quiet in it.
@@ -150,7 +86,8 @@ TEST_F(BrowserOnDesktop, SiteSwitchesFollowThePageHostAndRewritesLandInThePage) 
 
     // The same page under another host name gets suggestions.
     desktop::xdotool({"key", "ctrl+l"});
-    desktop::xdotool({"type", "--delay", "10", server.url(QStringLiteral("localhost"))});
+    desktop::xdotool({"type", "--delay", "10",
+                      server.url(QStringLiteral("localhost"), QStringLiteral("/notes.html"))});
     desktop::xdotool({"key", "Return"});
     ASSERT_TRUE(waitUntil([&] { return engine.frontHost == QStringLiteral("localhost"); }, 20000))
         << log().toStdString();

@@ -1,0 +1,133 @@
+// Reply drafting in a real browser: a page laid out like a Gmail thread, served from this process
+// under the Gmail host (Chromium maps the host to this machine, so nothing leaves it), with its
+// reply box focused. The drafts come from the messages on the page, and Tab inserts the first.
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include "Chromium.h"
+#include "DesktopHelpers.h"
+#include "Standin.h"
+#include "TempHome.h"
+#include "engine/Glimmo.h"
+#include "platform/linux/Desktop.h"
+#include "rules/AppRules.h"
+
+using testsupport::waitUntil;
+
+namespace {
+
+// Text as Chromium exposes a page: on paragraphs and containers, around links and spans.
+const QByteArray kThread = R"(<!doctype html><html><head><meta charset="utf-8">
+<title>Launch review - ana@example.com - Gmail</title></head><body>
+<div role="navigation"><a href="#inbox">Inbox</a> <a href="#sent">Sent</a></div>
+<div role="main"><h2>Launch review on Thursday</h2>
+<div><div><span>Ana Ruiz</span> <span>Mon 9:12</span></div>
+<div><p>Hi both,</p><p>Can we move the launch review to Thursday? The <a href="#d">deck</a>
+is not ready yet.</p></div></div>
+<div><div><span>Ben Okafor</span> <span>Mon 9:40</span></div>
+<div>Thursday works for me, the numbers are <b>almost</b> done.</div></div>
+<div><div><span>Ana Ruiz</span> <span>Mon 10:02</span></div>
+<div><p>Great. Could you send the deck tonight so I can read it first?</p></div></div>
+<div id="reply" role="textbox" contenteditable="true" aria-multiline="true"
+ aria-label="Message Body" style="min-height:6em;border:1px solid #ccc"></div></div>
+<p>Ana's earlier notes, below the reply box, are not part of what is answered.</p>
+<script>document.getElementById("reply").focus();</script></body></html>)";
+
+const QStringList kDrafts{
+    QStringLiteral("Sure, I'll send the deck by 9 tonight."),
+    QStringLiteral("I'll send it first thing tomorrow."),
+    QStringLiteral("Yes, sending it within the hour."),
+};
+
+QByteArray draftsScript() {
+    QByteArrayList quoted;
+    for (const QString& d : kDrafts) quoted << '"' + d.toUtf8() + '"';
+    return "answer [" + quoted.join(", ") + "]\n";
+}
+
+struct GmailOnDesktop : ::testing::Test {
+    GmailOnDesktop() {
+        testsupport::useStandin(home);
+        home.write(QStringLiteral(".local/share/Glimmo/debug.flag"), {});
+    }
+    QString log() const {
+        return QString::fromUtf8(home.read(QStringLiteral(".local/share/Glimmo/log.txt")));
+    }
+    QString request() const {
+        const QByteArray raw = testsupport::standinRecord(home, QStringLiteral("stdin")).trimmed();
+        return QJsonDocument::fromJson(raw).object()["message"].toObject()["content"].toString();
+    }
+
+    testsupport::TempHome home;  // first: the paths below read the temporary HOME
+    platform::MemoryDefaults defaults;
+    platform::SystemClock clock;
+    linuxdesk::Desktop desktop;
+};
+
+}  // namespace
+
+TEST_F(GmailOnDesktop, ThreeDraftsFromTheThreadAndTabInsertsTheFirst) {
+    ASSERT_TRUE(desktop.hasDisplay());
+    const QString program = desktop::chromiumProgram();
+    if (program.isEmpty()) {
+        if (qEnvironmentVariable("CI") == QLatin1String("true"))
+            FAIL() << "Chromium is not installed (./run installs the chromium package)";
+        GTEST_SKIP() << "BROWSER TEST SKIPPED: Chromium is not installed (./run installs the "
+                        "chromium package)";
+    }
+    const QString gmail = QStringLiteral("mail.google.com");
+    const QString certs = home.path() + QStringLiteral("/certs");
+    QDir().mkpath(certs);
+    ASSERT_TRUE(desktop::makeCertificate(certs, gmail)) << "openssl could not make a certificate";
+    testsupport::setStandinScript(home, draftsScript());
+
+    platform::Platform platform = desktop.platform(defaults, clock);
+    rules::AppRules rules(defaults);
+    engine::Glimmo engine(platform, rules);
+    engine.start();
+    const overlay::Shown& shown = engine.bubble->shown();
+
+    // The browser only speaks HTTPS to this host; the test's own certificate is accepted.
+    desktop::PageServer server(kThread, certs + "/cert.pem", certs + "/key.pem");
+    desktop::Chromium chromium(
+        program, home.path() + QStringLiteral("/chromium"),
+        server.url(gmail, QStringLiteral("/mail/u/0/#inbox/launch")),
+        {"--host-resolver-rules=MAP " + gmail + " 127.0.0.1, MAP * ~NOTFOUND",
+         "--ignore-certificate-errors"});
+    ASSERT_TRUE(chromium.started());
+
+    ASSERT_TRUE(waitUntil([&] { return engine.frontHost == gmail; }, 40000))
+        << "front app: " << (engine.frontApp ? engine.frontApp->bundleId.toStdString() : "none")
+        << "\n"
+        << log().toStdString();
+    ASSERT_TRUE(waitUntil([&] { return shown.options.size() == 3 && !shown.more; }, 30000))
+        << log().toStdString();
+    EXPECT_EQ(shown.options, kDrafts);
+    EXPECT_EQ(shown.selected, 0);
+
+    // The thread as a reader sees it: every message in order, links and bold words in their
+    // sentences (spacing aside), the newest message last, nothing from below the reply box.
+    const QString body = request();
+    EXPECT_TRUE(body.contains(QStringLiteral(" (Gmail)"))) << body.toStdString();
+    for (const char* text :
+         {"Launch review on Thursday", "Can we move the launch review to Thursday? The deck",
+          "the numbers are almost done."})
+        EXPECT_TRUE(body.simplified().contains(QString::fromUtf8(text))) << text << "\n"
+                                                                         << body.toStdString();
+    EXPECT_TRUE(body.contains(
+        QStringLiteral("Could you send the deck tonight so I can read it first?\n</conversation>")))
+        << body.toStdString();
+    EXPECT_LT(body.indexOf(QStringLiteral("Ana Ruiz")), body.indexOf(QStringLiteral("Ben Okafor")));
+    EXPECT_FALSE(body.contains(QStringLiteral("earlier notes"))) << body.toStdString();
+
+    desktop::xdotool({"key", "Tab"});
+    const platform::Element box = desktop::focusedElement(platform.ax, chromium.pid());
+    ASSERT_TRUE(box);
+    EXPECT_TRUE(waitUntil(
+        [&] { return desktop::string(platform.ax, box, "AXValue").trimmed() == kDrafts[0]; }, 5000))
+        << desktop::string(platform.ax, box, "AXValue").toStdString();
+    EXPECT_TRUE(waitUntil([&] { return !engine.bubble->visible(); }, 3000));
+}
