@@ -5,6 +5,7 @@
 #include "ax/Browser.h"
 #include "ax/TextField.h"
 #include "main/Constants.h"
+#include "rules/Catalogue.h"
 
 namespace ax {
 
@@ -76,7 +77,7 @@ std::optional<QString> addressOf(platform::Ax& ax, const Element& area) {
 
 std::optional<CaptureRoot> captureRoot(platform::Ax& ax, const platform::RunningApp& app,
                                        const Element& appElement, const Element& box) {
-    const bool replyApp = glimmo::replyApps().contains(app.bundleId);
+    const bool replyApp = rules::isReplyApp(app.bundleId);
     std::optional<Element> area;
     bool gmail = false;
     if (glimmo::chromiumBrowsers().contains(app.bundleId)) {

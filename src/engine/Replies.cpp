@@ -9,6 +9,7 @@
 #include "engine/ReplyOptions.h"
 #include "main/Constants.h"
 #include "main/Log.h"
+#include "rules/Catalogue.h"
 
 namespace engine {
 
@@ -41,7 +42,7 @@ void Glimmo::draftReplies(const platform::RunningApp& app, const Element& appEl,
         p_.clock.now() - lastChange < kDraftingPause)
         return;
 
-    const bool replyApp = glimmo::replyApps().contains(app.bundleId);
+    const bool replyApp = rules::isReplyApp(app.bundleId);
     bool gmail = false;
     if (!replyApp && glimmo::chromiumBrowsers().contains(app.bundleId)) {
         const auto url = ax::webAreaURL(p_.ax, el);

@@ -94,4 +94,8 @@ bool isBrowser(const QString& id) {
     return glimmo::browsers().contains(id) || linuxKindId(id) == QStringLiteral("browsers");
 }
 
+bool isReplyApp(const QString& id) {
+    return glimmo::replyApps().contains(id) || linuxDraftsReplies(id);
+}
+
 }  // namespace rules

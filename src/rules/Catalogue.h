@@ -25,5 +25,8 @@ std::optional<AppKind> kindOfSite(const QString& host);
 
 // A browser: one of glimmo::browsers(), or a browser known by its Linux identifier.
 bool isBrowser(const QString& id);
+// An application whose empty reply box gets drafts: one of glimmo::replyApps(), or a Linux mail
+// client that takes Mail's place.
+bool isReplyApp(const QString& id);
 
 }  // namespace rules

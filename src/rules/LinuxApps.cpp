@@ -14,6 +14,7 @@ struct Row {
     QString app;
     QString kind;
     QStringList names;
+    bool draftsReplies = false;  // a mail client whose replies are drafted as Mail's are
 };
 
 // Choices worth knowing:
@@ -22,6 +23,8 @@ struct Row {
 // - Text editors, terminals and password managers of the Linux desktop are products of their
 //   own (each listed and switched by itself), not stand-ins for the catalogue's system ones.
 // - Kate is a programmer's editor: code, like the other code editors.
+// - The mail clients whose reply window is readable (the reply box holds the quoted message
+//   below the caret, the window the rest) draft replies as Mail does.
 const std::vector<Row>& table() {
     static const std::vector<Row> rows{
         // Chat.
@@ -47,13 +50,13 @@ const std::vector<Row>& table() {
         {"io.github.Hexchat", "chat", {"hexchat"}},
         // Email.
         {"com.microsoft.Outlook", {}, {"outlook-for-linux"}},
-        {"org.mozilla.Thunderbird", "email", {"net.thunderbird.Thunderbird", "thunderbird"}},
-        {"org.gnome.Evolution", "email", {"evolution"}},
-        {"org.gnome.Geary", "email", {"geary"}},
+        {"org.mozilla.Thunderbird", "email", {"net.thunderbird.Thunderbird", "thunderbird"}, true},
+        {"org.gnome.Evolution", "email", {"evolution"}, true},
+        {"org.gnome.Geary", "email", {"geary"}, true},
         {"org.kde.kmail2", "email", {"kmail", "kmail2"}},
         {"com.getmailspring.Mailspring", "email", {"mailspring"}},
         {"org.claws_mail.Claws-Mail", "email", {"claws-mail"}},
-        {"eu.betterbird.Betterbird", "email", {"betterbird"}},
+        {"eu.betterbird.Betterbird", "email", {"betterbird"}, true},
         // Docs and notes.
         {"notion.id", {}, {"notion", "notion-app", "notion-app-enhanced"}},
         {"md.obsidian", {}, {"md.obsidian.Obsidian", "obsidian"}},
@@ -204,6 +207,11 @@ QStringList linuxApps(const QString& kindId) {
         if (row.kind == kindId) out << row.app;
     }
     return out;
+}
+
+bool linuxDraftsReplies(const QString& app) {
+    const Row* row = rowOf(app);
+    return row && row->draftsReplies;
 }
 
 }  // namespace rules

@@ -23,5 +23,7 @@ QStringList linuxNamesOf(const QString& app);
 std::optional<QString> linuxKindId(const QString& app);
 // The identifiers of the Linux-only products of a kind, in table order.
 QStringList linuxApps(const QString& kindId);
+// A Linux mail client that drafts replies as Mail does (by any of its names).
+bool linuxDraftsReplies(const QString& app);
 
 }  // namespace rules

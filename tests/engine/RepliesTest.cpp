@@ -128,20 +128,28 @@ TEST_F(RepliesTest, UnreadableAnswerRemovesTheNotice) {
     EXPECT_FALSE(engine->replies);
 }
 
-TEST_F(RepliesTest, MailSendsTheQuotedMessageBelowTheCaret) {
-    auto& mail = desk.addApp(QStringLiteral("com.apple.mail"), QStringLiteral("Mail"));
-    auto window = mail.addWindow(QStringLiteral("Re: Deck"));
-    window->addText(QStringLiteral("From: Ana Lopez"));
-    auto box = window->add(fake::TextField::create(
-        QStringLiteral("\n\nOn Monday, Ana wrote:\n> Could you send me the deck?")));
-    box->setCaret(0);
-    mail.focus(box);
-    desk.setFrontmost(mail.pid());
-    tick();
-    after(0.41);
-    ASSERT_TRUE(waitFor([&] { return !lastRequest().isEmpty(); }));
-    EXPECT_TRUE(lastRequest().contains(
-        "<quoted>\nOn Monday, Ana wrote:\n> Could you send me the deck?\n</quoted>\n</reply>"));
+TEST_F(RepliesTest, MailAndLinuxMailClientsSendTheQuotedMessageBelowTheCaret) {
+    for (const char* id : {"com.apple.mail", "org.mozilla.Thunderbird", "org.gnome.Evolution"}) {
+        forgetLastRequest();
+        auto& mail = desk.addApp(QString::fromLatin1(id), QString::fromLatin1(id));
+        auto window = mail.addWindow(QStringLiteral("Re: Deck"));
+        window->addText(QStringLiteral("From: Ana Lopez"));
+        auto box = window->add(fake::TextField::create(
+            QStringLiteral("\n\nOn Monday, Ana wrote:\n> Could you send me the deck?")));
+        box->setCaret(0);
+        mail.focus(box);
+        desk.setFrontmost(mail.pid());
+        tick();
+        after(0.41);
+        ASSERT_TRUE(waitFor([&] { return !lastRequest().isEmpty(); })) << id;
+        EXPECT_TRUE(lastRequest().contains("<conversation>\nFrom: Ana Lopez\n</conversation>"))
+            << id;
+        EXPECT_TRUE(
+            lastRequest().contains("<quoted>\nOn Monday, Ana wrote:\n> Could you send me "
+                                   "the deck?\n</quoted>\n</reply>"))
+            << id;
+        ASSERT_TRUE(waitFor([&] { return !engine->draftingReplies; })) << id;
+    }
 }
 
 TEST_F(RepliesTest, GmailInAChromiumBrowserAndNowhereElse) {
