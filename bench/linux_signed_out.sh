@@ -37,4 +37,10 @@ if [ "$minutes" -gt 1 ]; then
     awk -v t=$(($(cpu) - cpu_from)) -v hz="$ticks" -v m=$((minutes - 1)) 'BEGIN {
         printf "Glimmo CPU after the first minute: %.2f %% of one core\n", 100 * t / hz / (60 * m) }'
 fi
-echo "log lines: $(wc -l <"$home/.local/share/Glimmo/log.txt")"
+log="$home/.local/share/Glimmo/log.txt"
+echo "log lines: $(wc -l <"$log")"
+# When each failure was logged, in seconds after the first.
+grep 'claude failed after' "$log" | while read -r stamp _; do date -d "$stamp" +%s.%N; done |
+    awk 'NR == 1 {first = $1} {printf "%s%.1f", (NR > 1 ? " " : "failures at: "), $1 - first}
+         END {print ""}'
+
