@@ -142,7 +142,10 @@ AppsView::AppsView(rules::AppRules& rules, platform::Workspace& workspace,
 }
 
 QStringList AppsView::otherApps() const {
-    return sortedKeys(rules_.appOn(), [this](const QString& app) { return !rules_.kindOf(app); });
+    // Like the kinds, the window lists only applications installed on this computer.
+    return sortedKeys(rules_.appOn(), [this](const QString& app) {
+        return !rules_.kindOf(app) && !installedApps(workspace_, {app}).empty();
+    });
 }
 
 QStringList AppsView::otherSites() const {
@@ -177,10 +180,9 @@ QWidget* AppsView::buildOthers() {
     rows->setSpacing(6);
     const qreal dpr = devicePixelRatioF();
     for (const QString& id : othersShown_.first) {
-        // An application that is not (or no longer) installed still shows, by its identifier,
-        // so that a switch set from the menu can always be found and set back.
         std::vector<AppIdentity> found = installedApps(workspace_, {id});
-        const AppIdentity app = found.empty() ? AppIdentity{id, id, {}, {}} : found.front();
+        if (found.empty()) continue;  // uninstalled since the list was computed
+        const AppIdentity& app = found.front();
         auto* row = new AppRow(installedIcon(app, iconSide, dpr), app.name, box);
         row->addSwitch(
             true, [this, id] { return rules_.appState(id); },

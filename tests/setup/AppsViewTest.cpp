@@ -98,6 +98,7 @@ TEST(AppsView, OtherApplicationsAndWebsites) {
     rules.setApp("org.inkscape.Inkscape", false);
     rules.setSite("www.linkedin.com", true);
     rules.setApp("thunderbird", false);  // of a kind: not an other application
+    rules.setApp("org.gimp.GIMP", false);  // not installed: not listed
     EXPECT_EQ(view.otherApps(), QStringList{"org.inkscape.Inkscape"});
     GlimmoSwitch* inkscape = switchOf(view, "Inkscape");
     GlimmoSwitch* linkedin = switchOf(view, "www.linkedin.com");
