@@ -4,14 +4,12 @@
 #include <QLabel>
 #include <QPushButton>
 
-#include "main/Constants.h"
 #include "overlay/Style.h"
 
 namespace setup::look {
 
 QColor brand() {
-    return QColor::fromRgbF(float(glimmo::brand.red), float(glimmo::brand.green),
-                            float(glimmo::brand.blue), float(glimmo::brand.alpha));
+    return overlay::style::brand();
 }
 
 QColor secondary(const QPalette& palette) {
