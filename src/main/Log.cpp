@@ -3,10 +3,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <cerrno>
-
 #include <QDateTime>
-#include <QDir>
 
 #include "main/Paths.h"
 
@@ -21,10 +18,7 @@ void log(const QString& message) {
         (logTimestamp() + QLatin1Char(' ') + message + QLatin1Char('\n')).toUtf8();
     const QByteArray path = logFile().toLocal8Bit();
     // O_APPEND makes each write land at the end as one piece, whoever else is writing.
-    int fd = ::open(path.constData(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644);
-    // The first line in a new home (the install's, say) comes before anything made the folder.
-    if (fd < 0 && errno == ENOENT && QDir().mkpath(supportDir()))
-        fd = ::open(path.constData(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644);
+    const int fd = ::open(path.constData(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644);
     if (fd < 0) return;
     qsizetype done = 0;
     while (done < line.size()) {
