@@ -1,8 +1,10 @@
 #include "shell/Install.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 #include "main/Log.h"
+#include "main/Paths.h"
 
 namespace shell {
 namespace {
@@ -30,6 +32,9 @@ bool moveToApplications(const QStringList& arguments, const BundlePaths& paths,
     if (arguments.contains(QStringLiteral("-stay"))) return false;
 
     actions.quitOthers();
+    // A first start in a new home: nothing has made the data folder yet, and these lines
+    // are the only trace of the move.
+    QDir().mkpath(glimmo::supportDir());
     if (const auto error = placeCopy(paths.runningBundle(), paths)) {
         glimmo::log(QStringLiteral("move to Applications: ") + *error);
         actions.alert(QStringLiteral("Install Glimmo"),

@@ -7,6 +7,7 @@
 #include <QFileInfo>
 
 #include "TempHome.h"
+#include "main/Paths.h"
 #include "shell/Install.h"
 #include "shell/Update.h"
 
@@ -111,6 +112,7 @@ TEST_F(InstallTest, FailedCopyAlertsAndQuits) {
 
 TEST_F(InstallTest, UpdatesOnlyFromAHigherBuild) {
     const QString exe = makeBundle(".local/opt/Glimmo", "41\n") + "/bin/glimmo";
+    QDir().mkpath(glimmo::supportDir());  // the running program made it
     Watched none;
     EXPECT_FALSE(updateFromDiskImage(paths(exe), none.actions()));  // no volume mounted
 
