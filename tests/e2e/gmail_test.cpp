@@ -9,6 +9,7 @@
 
 #include "Chromium.h"
 #include "DesktopHelpers.h"
+#include "EngineOnDesktop.h"
 #include "Standin.h"
 #include "TempHome.h"
 #include "engine/Glimmo.h"
@@ -48,24 +49,7 @@ QByteArray draftsScript() {
     return "answer [" + quoted.join(", ") + "]\n";
 }
 
-struct GmailOnDesktop : ::testing::Test {
-    GmailOnDesktop() {
-        testsupport::useStandin(home);
-        home.write(QStringLiteral(".local/share/Glimmo/debug.flag"), {});
-    }
-    QString log() const {
-        return QString::fromUtf8(home.read(QStringLiteral(".local/share/Glimmo/log.txt")));
-    }
-    QString request() const {
-        const QByteArray raw = testsupport::standinRecord(home, QStringLiteral("stdin")).trimmed();
-        return QJsonDocument::fromJson(raw).object()["message"].toObject()["content"].toString();
-    }
-
-    testsupport::TempHome home;  // first: the paths below read the temporary HOME
-    platform::MemoryDefaults defaults;
-    platform::SystemClock clock;
-    linuxdesk::Desktop desktop;
-};
+struct GmailOnDesktop : EngineOnDesktop {};
 
 }  // namespace
 

@@ -6,6 +6,7 @@
 #include <QJsonObject>
 
 #include "DesktopHelpers.h"
+#include "EngineOnDesktop.h"
 #include "GtkEditor.h"
 #include "Standin.h"
 #include "TempHome.h"
@@ -42,25 +43,7 @@ QByteArray streamedDrafts() {
     // clang-format on
 }
 
-struct RepliesOnDesktop : ::testing::Test {
-    RepliesOnDesktop() {
-        testsupport::useStandin(home);
-        home.write(QStringLiteral(".local/share/Glimmo/debug.flag"), {});
-    }
-
-    QString log() const {
-        return QString::fromUtf8(home.read(QStringLiteral(".local/share/Glimmo/log.txt")));
-    }
-    QString request() const {
-        const QByteArray raw = testsupport::standinRecord(home, QStringLiteral("stdin")).trimmed();
-        return QJsonDocument::fromJson(raw).object()["message"].toObject()["content"].toString();
-    }
-
-    testsupport::TempHome home;  // first: the paths below read the temporary HOME
-    platform::MemoryDefaults defaults;
-    platform::SystemClock clock;
-    linuxdesk::Desktop desktop;
-};
+struct RepliesOnDesktop : EngineOnDesktop {};
 
 }  // namespace
 
