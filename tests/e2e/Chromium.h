@@ -94,7 +94,8 @@ inline bool makeCertificate(const QString& dir, const QString& host) {
 }
 
 // Chromium with its accessibility tree on, a fresh profile and nothing that reaches the network.
-// extra: further switches (a host mapping, an application window, a window class).
+// extra: further switches (a host mapping, an application window, a window class); url may be
+// empty when one of them names the page.
 class Chromium {
 public:
     Chromium(const QString& program, const QString& profile, const QString& url,
@@ -109,7 +110,7 @@ public:
                         "--disable-component-update", "--disable-sync", "--no-first-run",
                         "--no-default-browser-check", "--disable-gpu", "--password-store=basic",
                         "--disable-features=Translate", "--window-size=1000,700"} +
-                extra + QStringList{url});
+                extra + (url.isEmpty() ? QStringList() : QStringList{url}));
     }
     ~Chromium() {
         process_.terminate();
