@@ -26,6 +26,11 @@ int run(int argc, char** argv) {
     const bool display =
         qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
     if (!display && drawsOnly(args)) qputenv("QT_QPA_PLATFORM", "offscreen");
+    // On Wayland a window cannot place itself on the screen, and the bubble must sit at the
+    // caret: Glimmo's windows go through Xwayland wherever it runs.
+    if (qEnvironmentVariableIsSet("WAYLAND_DISPLAY") && qEnvironmentVariableIsSet("DISPLAY") &&
+        !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "xcb");
     if (const auto status = checkDisplay(args)) return *status;
 
     QApplication app(argc, argv);

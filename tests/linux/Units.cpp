@@ -105,3 +105,56 @@ TEST(TextRun, TextAroundChildObjectsBecomesRunsInReadingOrder) {
     }
     EXPECT_EQ(runs, (QStringList{"Hi", ", see", "the deck"}));
 }
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "platform/linux/ProcessNames.h"
+#include "platform/linux/TypedTab.h"
+
+TEST(ProcessNames, LauncherEntryScopeAndExecutableFromAProcFolder) {
+    QTemporaryDir proc;
+    const QString dir = proc.path() + "/321";
+    QDir().mkpath(dir);
+    QFile environ(dir + "/environ");
+    ASSERT_TRUE(environ.open(QIODevice::WriteOnly));
+    for (const char* entry : {"HOME=/home/u",
+                              "GIO_LAUNCHED_DESKTOP_FILE=/usr/share/applications/"
+                              "org.gnome.TextEditor.desktop",
+                              "LANG=C"})
+        environ.write(QByteArray(entry) + '\0');
+    environ.close();
+    QFile cgroup(dir + "/cgroup");
+    ASSERT_TRUE(cgroup.open(QIODevice::WriteOnly));
+    cgroup.write("0::/user.slice/user-1000.slice/user@1000.service/app.slice/"
+                 "app-gnome-org.gnome.TextEditor-4242.scope\n");
+    cgroup.close();
+    ASSERT_TRUE(QFile::link("/usr/bin/gnome-text-editor", dir + "/exe"));
+
+    const auto names = processNames(321, proc.path());
+    EXPECT_EQ(names.desktopId, "org.gnome.TextEditor");
+    EXPECT_EQ(names.scopeId, "org.gnome.TextEditor");
+    EXPECT_EQ(names.exe, "gnome-text-editor");
+    EXPECT_EQ(processNames(999, proc.path()).exe, "");  // a process that is gone
+}
+
+TEST(ProcessNames, ScopeNamesWithAndWithoutLauncher) {
+    EXPECT_EQ(scopeAppId("0::/app.slice/app-org.gnome.Terminal-12.scope"), "org.gnome.Terminal");
+    EXPECT_EQ(scopeAppId("0::/app.slice/app-gnome-firefox\\x2desr-77.scope"), "firefox-esr");
+    EXPECT_EQ(scopeAppId("0::/app.slice/app-flatpak-org.gnome.Maps-9.scope"), "org.gnome.Maps");
+    EXPECT_EQ(scopeAppId("0::/app.slice/app-kde-org.kde.kate@a1b2.service"), "org.kde.kate");
+    // A terminal's shell runs in a scope of its own, which names no application.
+    EXPECT_EQ(scopeAppId("0::/app.slice/app-org.gnome.Terminal.slice/vte-spawn-1.scope"), "");
+    EXPECT_EQ(scopeAppId("0::/user.slice/session-2.scope"), "");
+}
+
+TEST(TypedTab, OnlyOneTabAtTheCaretCounts) {
+    const QString before = "One.\nTwo words";
+    EXPECT_TRUE(tabTypedAt(before, 14, "One.\nTwo words\t"));
+    EXPECT_TRUE(tabTypedAt(before, 4, "One.\t\nTwo words"));
+    EXPECT_FALSE(tabTypedAt(before, 14, "One.\nTwo words "));    // another key
+    EXPECT_FALSE(tabTypedAt(before, 4, "One.\nTwo words\t"));    // not at the caret
+    EXPECT_FALSE(tabTypedAt(before, 14, "One.\nTwo words\t\t"));  // more than one key
+    EXPECT_FALSE(tabTypedAt(before, 14, "One.\nTwo Words\t"));   // the text changed as well
+}

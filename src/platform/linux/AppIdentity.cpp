@@ -63,4 +63,26 @@ platform::RunningApp AppIdentity::resolve(const WindowFacts& facts) {
     return app;
 }
 
+platform::RunningApp AppIdentity::resolve(qint64 pid, const ProcessNames& names) {
+    const QString key =
+        QStringLiteral("%1\n%2\n%3\n%4").arg(pid).arg(names.desktopId, names.scopeId, names.exe);
+    if (auto it = cache_.find(key); it != cache_.end()) return it->second;
+
+    const QString flatpak = flatpakId(pid);
+    const QString snap = snapName(pid);
+    std::optional<DesktopEntry> entry;
+    for (const QString& id : {names.desktopId, names.scopeId, flatpak})
+        if (!entry) entry = entries_.byId(id);
+    if (!entry && !snap.isEmpty()) entry = entries_.byId(snap + "_" + snap);
+    if (!entry) entry = entries_.byWmClass({names.exe});
+
+    platform::RunningApp app;
+    app.pid = pid;
+    app.bundleId = rules::appIdFor({names.desktopId, names.scopeId, flatpak, snap,
+                                    entry ? entry->id : QString(), names.exe});
+    app.name = entry ? entry->name : names.exe;
+    cache_[key] = app;
+    return app;
+}
+
 }  // namespace linuxdesk

@@ -7,6 +7,7 @@
 
 #include "platform/Workspace.h"
 #include "platform/linux/DesktopEntries.h"
+#include "platform/linux/ProcessNames.h"
 
 namespace linuxdesk {
 
@@ -26,6 +27,10 @@ public:
     // instance, in that order of preference).
     // Name: the desktop entry's localized Name, else the WM_CLASS class.
     platform::RunningApp resolve(const WindowFacts& facts);
+    // A process known by nothing but its names (a native Wayland window tells nothing about
+    // itself): the launcher's desktop entry, the scope's application id, the sandbox, then the
+    // executable. Name: the desktop entry's, else the executable's.
+    platform::RunningApp resolve(qint64 pid, const ProcessNames& names);
 
     // The sandbox a process runs in, read from /proc; empty when none.
     static QString flatpakId(qint64 pid);

@@ -131,6 +131,12 @@ std::optional<QString> toolkit(const AtRef& a) {
     return stringCall([&](GError** e) { return atspi_accessible_get_toolkit_name(a.get(), e); });
 }
 
+std::optional<QString> toolkitVersion(const AtRef& a) {
+    if (!a) return std::nullopt;
+    return stringCall(
+        [&](GError** e) { return atspi_accessible_get_toolkit_version(a.get(), e); });
+}
+
 std::optional<std::map<QString, QString>> attributes(const AtRef& a) {
     if (!a) return std::nullopt;
     GError* error = nullptr;
@@ -224,6 +230,30 @@ std::optional<std::pair<int, int>> selection(const AtRef& a) {
     if (out.first > out.second) std::swap(out.first, out.second);
     if (out.first == out.second || out.first < 0) return std::nullopt;
     return out;
+}
+
+bool hasEditableText(const AtRef& a) {
+    if (!a) return false;
+    AtspiEditableText* e = atspi_accessible_get_editable_text_iface(a.get());
+    if (e) g_object_unref(e);
+    return e != nullptr;
+}
+
+bool deleteText(const AtRef& a, int start, int end) {
+    IfaceRef<AtspiEditableText> t{a ? atspi_accessible_get_editable_text_iface(a.get()) : nullptr};
+    if (!t.p) return false;
+    auto ok = guarded([&](GError** e) { return atspi_editable_text_delete_text(t.p, start, end, e); });
+    return ok && *ok;
+}
+
+bool insertText(const AtRef& a, int position, const QString& text, int length) {
+    IfaceRef<AtspiEditableText> t{a ? atspi_accessible_get_editable_text_iface(a.get()) : nullptr};
+    if (!t.p) return false;
+    const QByteArray utf8 = text.toUtf8();
+    auto ok = guarded([&](GError** e) {
+        return atspi_editable_text_insert_text(t.p, position, utf8.constData(), length, e);
+    });
+    return ok && *ok;
 }
 
 bool setCaret(const AtRef& a, int offset) {

@@ -33,6 +33,7 @@ std::optional<QString> name(const AtRef& a);
 std::optional<QString> description(const AtRef& a);
 std::optional<QString> accessibleId(const AtRef& a);
 std::optional<QString> toolkit(const AtRef& a);
+std::optional<QString> toolkitVersion(const AtRef& a);
 std::optional<std::map<QString, QString>> attributes(const AtRef& a);
 std::optional<qint64> processId(const AtRef& a);
 
@@ -58,6 +59,12 @@ std::optional<platform::Rect> rangeExtents(const AtRef& a, int start, int end,
                                            Coords coords = Coords::Screen);
 std::optional<platform::Rect> characterExtents(const AtRef& a, int offset,
                                                Coords coords = Coords::Screen);
+
+// EditableText interface, in the toolkit's offsets.
+bool hasEditableText(const AtRef& a);
+bool deleteText(const AtRef& a, int start, int end);
+// length: how the toolkit measures the text (GTK in UTF-8 bytes, Qt in UTF-16 units).
+bool insertText(const AtRef& a, int position, const QString& text, int length);
 
 // Component interface: the element's frame.
 std::optional<platform::Rect> extents(const AtRef& a, Coords coords = Coords::Screen);

@@ -1,5 +1,6 @@
 #include "platform/linux/AtspiAx.h"
 
+#include <QList>
 #include <algorithm>
 #include <vector>
 
@@ -63,6 +64,45 @@ std::optional<qint64> AtspiAx::pidOf(const AtRef& application) {
     const auto pid = at::processId(application);
     if (pid) pidByBus_[bus] = *pid;
     return pid;
+}
+
+std::optional<qint64> AtspiAx::processOf(const AtRef& application) {
+    return pidOf(application);
+}
+
+bool AtspiAx::editable(const platform::Element& element) {
+    return at::hasEditableText(AtElement::unwrap(element));
+}
+
+bool AtspiAx::replace(const platform::Element& element, const platform::Range& range,
+                      const QString& replacement) {
+    const AtRef ref = AtElement::unwrap(element);
+    const auto text = ref ? at::text(ref) : std::nullopt;
+    if (!text || range.location < 0 || range.length < 0 || range.end() > text->size())
+        return false;
+    const OffsetUnit unit = unitOf(ref);
+    const int start = int(fromUtf16(*text, range.location, unit));
+    const int end = int(fromUtf16(*text, range.end(), unit));
+    cache_.forgetText();
+    if (end > start && !at::deleteText(ref, start, end)) return false;
+    // GTK measures inserted text in UTF-8 bytes, Qt in UTF-16 units.
+    const int length =
+        unit == OffsetUnit::CodePoint ? int(replacement.toUtf8().size()) : int(replacement.size());
+    if (!replacement.isEmpty() && !at::insertText(ref, start, replacement, length)) return false;
+    // The caret after the new text, as a paste leaves it.
+    const int inserted = unit == OffsetUnit::CodePoint ? int(replacement.toUcs4().size())
+                                                       : int(replacement.size());
+    at::setCaret(ref, start + inserted);
+    return true;
+}
+
+std::optional<int> AtspiAx::gtkVersion(const platform::Element& element) {
+    const AtRef ref = AtElement::unwrap(element);
+    if (at::toolkit(ref).value_or(QString()) != QLatin1String("GTK")) return std::nullopt;
+    const auto version = at::toolkitVersion(ref);
+    bool ok = false;
+    const int major = version ? version->section(u'.', 0, 0).toInt(&ok) : 0;
+    return ok ? std::optional<int>(major) : std::nullopt;
 }
 
 platform::Element AtspiAx::application(qint64 pid) {

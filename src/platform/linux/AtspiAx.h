@@ -38,6 +38,17 @@ public:
     // Called by trusted(); exposed so tests and the desktop can start it early.
     bool connect();
     const FocusTracker& focus() const { return focus_; }
+    FocusTracker& focus() { return focus_; }
+
+    // The process behind an application element (cached: bus names are never reused).
+    std::optional<qint64> processOf(const AtRef& application);
+    // Whether the element's text can be changed through the accessibility interface.
+    bool editable(const platform::Element& element);
+    // Replaces a range (UTF-16 units) of an element's text by deleting it and inserting text.
+    bool replace(const platform::Element& element, const platform::Range& range,
+                 const QString& text);
+    // The major version of the element's toolkit, where it is GTK; absent otherwise.
+    std::optional<int> gtkVersion(const platform::Element& element);
 
 private:
     OffsetUnit unitOf(const AtRef& element);

@@ -1,9 +1,13 @@
 #include "platform/linux/Desktop.h"
 
 #include "platform/linux/AtspiAx.h"
+#include "platform/linux/AtspiKeyTap.h"
 #include "platform/linux/LinuxInputSource.h"
+#include "platform/linux/NativeEdit.h"
+#include "platform/linux/NativeRoute.h"
 #include "platform/linux/QtClipboard.h"
 #include "platform/linux/QtScreens.h"
+#include "platform/linux/Routed.h"
 #include "platform/linux/X11Workspace.h"
 #include "platform/linux/XGrabKeyTap.h"
 #include "platform/linux/XTestKeyboard.h"
@@ -18,14 +22,34 @@ struct Desktop::Parts {
     QtClipboard clipboard;
     QtScreens screens;
     LinuxInputSource inputSource;
+
+    // A Wayland session also has native windows; these hand each call to the part that serves
+    // the frontmost application.
+    NativeRoute route{workspace, ax};
+    NativeEdit edit{ax, route};
+    AtspiKeyTap nativeTap{ax, route};
+    RoutedWorkspace routedWorkspace{route, workspace};
+    RoutedAx routedAx{route, ax, edit, nativeTap, screens};
+    RoutedKeyboard routedKeyboard{route, keyboard, edit};
+    RoutedKeyTap routedKeyTap{route, keyTap, nativeTap};
+    RoutedClipboard routedClipboard{route, clipboard, edit};
 };
 
 Desktop::Desktop() : parts_(std::make_unique<Parts>()) {}
 
 Desktop::~Desktop() = default;
 
+bool Desktop::waylandSession() {
+    return qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+           qEnvironmentVariable("XDG_SESSION_TYPE") == QLatin1String("wayland");
+}
+
 platform::Platform Desktop::platform(platform::Defaults& defaults, platform::Clock& clock) {
     Parts& p = *parts_;
+    if (waylandSession())
+        return platform::Platform{p.routedAx,        p.routedWorkspace, p.routedKeyboard,
+                                  p.routedKeyTap,    p.routedClipboard, p.screens,
+                                  p.inputSource,     defaults,          clock};
     return platform::Platform{p.ax,      p.workspace,   p.keyboard, p.keyTap, p.clipboard,
                               p.screens, p.inputSource, defaults,   clock};
 }

@@ -25,12 +25,15 @@ public:
     Desktop(const Desktop&) = delete;
     Desktop& operator=(const Desktop&) = delete;
 
-    // The parts, bound to the given defaults and clock; valid while this object lives.
+    // The parts, bound to the given defaults and clock; valid while this object lives. In a
+    // Wayland session they serve native windows as well (see Routed.h).
     platform::Platform platform(platform::Defaults& defaults, platform::Clock& clock);
 
     // Whether an X display answers (Wayland-only sessions have none: keys, the tap and the
     // frontmost application are then out of reach).
     bool hasDisplay() const;
+    // Whether the session is a Wayland one (its X display, if any, is Xwayland).
+    static bool waylandSession();
 
     AtspiAx& ax();
     X11Workspace& workspace();

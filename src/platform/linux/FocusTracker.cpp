@@ -25,6 +25,9 @@ FocusTracker::~FocusTracker() {
         GError* error = nullptr;
         atspi_event_listener_deregister(listener_, "object:state-changed:focused", &error);
         if (error) g_error_free(error);
+        error = nullptr;
+        if (activation_) atspi_event_listener_deregister(listener_, "window:activate", &error);
+        if (error) g_error_free(error);
         g_object_unref(listener_);
     }
 }
@@ -44,6 +47,15 @@ bool FocusTracker::start() {
     return true;
 }
 
+bool FocusTracker::followActivation() {
+    if (activation_) return true;
+    if (!start()) return false;
+    GError* error = nullptr;
+    activation_ = atspi_event_listener_register(listener_, "window:activate", &error);
+    if (error) g_error_free(error);
+    return activation_;
+}
+
 void FocusTracker::onEvent(AtspiEvent* event, void* self) {
     static_cast<FocusTracker*>(self)->heard(event);
     // The listener owns nothing of the event: libatspi hands over a copy to free.
@@ -52,12 +64,17 @@ void FocusTracker::onEvent(AtspiEvent* event, void* self) {
 
 void FocusTracker::heard(AtspiEvent* event) {
     if (!event || !event->source) return;
-    ++events_;
     AtRef source = AtRef::retain(event->source);
+    if (event->type && qstrcmp(event->type, "window:activate") == 0) {
+        latest_ = source;
+        return;
+    }
+    ++events_;
     const QString bus = at::busName(source);
     if (bus.isEmpty()) return;
     Entry& entry = byBus_[bus];
     if (event->detail1) {
+        latest_ = source;
         entry.element = source;
         entry.lastCheck.start();
     } else if (entry.element && at::path(entry.element) == at::path(source)) {

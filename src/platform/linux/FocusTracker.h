@@ -23,6 +23,11 @@ public:
     bool start();
     // The focused element of an application (its application element); null when none.
     AtRef focused(const AtRef& application);
+    // Also listens for window activations (GTK 3 reports them there as well as by focus).
+    bool followActivation();
+    // The element of the latest focus gained or window activated, in any application: where
+    // the X server cannot say which window is active (a native Wayland one), this does.
+    const AtRef& latest() const { return latest_; }
     // Number of focus events heard so far (for tests and diagnostics).
     int eventsHeard() const { return events_; }
 
@@ -38,6 +43,8 @@ private:
     };
     std::map<QString, Entry> byBus_;  // bus name of the application -> its focus
     AtspiEventListener* listener_ = nullptr;
+    bool activation_ = false;
+    AtRef latest_;
     int events_ = 0;
 };
 

@@ -1,0 +1,74 @@
+#include "platform/linux/NativeRoute.h"
+
+#include <QCoreApplication>
+
+#include "platform/linux/AtElement.h"
+#include "platform/linux/Atspi.h"
+#include "platform/linux/AtspiAx.h"
+#include "platform/linux/X11Workspace.h"
+
+namespace linuxdesk {
+
+std::optional<platform::RunningApp> NativeRoute::frontmost() {
+    if (auto x = x11_.frontmost()) {
+        front_.reset();
+        return x;
+    }
+    // GTK 4 reports only focus; GTK 3 also window activation, which comes before any focus.
+    if (!ax_.connect() || !ax_.focus().followActivation()) {
+        front_.reset();
+        return std::nullopt;
+    }
+    AtRef latest = ax_.focus().latest();
+    if (!latest) {
+        if (front_) return front_->app;  // the one found by searching, until a focus is heard
+        latest = activeApplication();
+    }
+    const QString bus = at::busName(latest);
+    if (bus.isEmpty()) {
+        front_.reset();
+        return std::nullopt;
+    }
+    if (front_ && front_->bus == bus) return front_->app;
+    const auto pid = ax_.processOf(at::application(latest));
+    if (!pid || *pid == QCoreApplication::applicationPid()) {
+        front_.reset();
+        return std::nullopt;
+    }
+    front_ = Front{bus, identity_.resolve(*pid, processNames(*pid))};
+    return front_->app;
+}
+
+AtRef NativeRoute::activeApplication() {
+    if (lastSearch_.isValid() && lastSearch_.elapsed() < 1000) return {};
+    lastSearch_.start();
+    const qint64 own = QCoreApplication::applicationPid();
+    const AtRef desktop = at::desktop();
+    const int apps = std::min(at::childCount(desktop).value_or(0), 500);
+    for (int i = 0; i < apps; ++i) {
+        const AtRef app = at::child(desktop, i);
+        if (!app || ax_.processOf(app) == own) continue;
+        const int windows = std::min(at::childCount(app).value_or(0), 50);
+        for (int w = 0; w < windows; ++w) {
+            const auto s = at::states(at::child(app, w));
+            if (s && s->active) return app;
+        }
+    }
+    return {};
+}
+
+bool NativeRoute::owns(const platform::Element& element) const {
+    const auto* e = dynamic_cast<const AtElement*>(element.get());
+    return front_ && e && e->bus() == front_->bus;
+}
+
+platform::Element NativeRoute::focused() {
+    if (!front_) return nullptr;
+    const platform::Element app = ax_.application(front_->app.pid);
+    if (!app) return nullptr;
+    const auto f = ax_.attribute(app, QStringLiteral("AXFocusedUIElement"));
+    const auto* el = f ? std::get_if<platform::Element>(&*f) : nullptr;
+    return el ? *el : nullptr;
+}
+
+}  // namespace linuxdesk
