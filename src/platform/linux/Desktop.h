@@ -26,7 +26,7 @@ public:
     Desktop& operator=(const Desktop&) = delete;
 
     // The parts, bound to the given defaults and clock; valid while this object lives. In a
-    // Wayland session they serve native windows as well (see Routed.h).
+    // Wayland session they serve native windows as well (see RoutedAx.h).
     platform::Platform platform(platform::Defaults& defaults, platform::Clock& clock);
 
     // Whether an X display answers (Wayland-only sessions have none: keys, the tap and the
