@@ -40,3 +40,13 @@ void GtkEditor::clearKeys() {
     drain();
     lines_.clear();
 }
+
+std::optional<QRect> GtkEditor::caret() {
+    drain();
+    for (auto it = lines_.crbegin(); it != lines_.crend(); ++it) {
+        const QStringList f = it->split(' ');
+        if (f.size() == 5 && f[0] == QLatin1String("caret"))
+            return QRect(f[1].toInt(), f[2].toInt(), f[3].toInt(), f[4].toInt());
+    }
+    return std::nullopt;
+}

@@ -4,7 +4,9 @@
 // same way (the Qt editor) can be given as the program.
 
 #include <QProcess>
+#include <QRect>
 #include <QStringList>
+#include <optional>
 
 class GtkEditor {
 public:
@@ -17,6 +19,9 @@ public:
     // Key lines seen so far ("key Tab 0", "key ISO_Left_Tab 1", ...), read on demand.
     QStringList keys();
     void clearKeys();
+    // The box of the character before the text view's caret as the editor last reported it, in
+    // the X server's pixels on the root window; absent before the first report.
+    std::optional<QRect> caret();
 
 private:
     void drain();

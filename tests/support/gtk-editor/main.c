@@ -7,7 +7,9 @@
  * --text sets the text view's content ("\n" separates paragraphs), --app-id the GTK application
  * id, --prgname the program name (WM_CLASS). Every key press that reaches the window is printed
  * on standard output as "key <name> <modifier mask>", so a test can tell which keys the
- * application saw; "ready" is printed once the window is shown and focused.
+ * application saw; "ready" is printed once the window is shown and focused. Whenever the text
+ * view's caret moves, "caret X Y W H" gives the box of the character just before it, in the X
+ * server's pixels on the root window as the screen shows it at any GDK_SCALE.
  *
  * Two clipboard helpers for the tests, each its own process like any other application:
  *   --own-clipboard TEXT   also puts an item on the clipboard that offers TEXT and a 24x16
@@ -89,6 +91,45 @@ static int print_clipboard(void) {
     return 0;
 }
 
+static guint caret_report = 0;
+
+static gboolean report_caret(gpointer data) {
+    GtkTextView* view = GTK_TEXT_VIEW(data);
+    caret_report = 0;
+    GtkTextBuffer* buffer = gtk_text_view_get_buffer(view);
+    GtkTextIter iter;
+    gtk_text_buffer_get_iter_at_mark(buffer, &iter, gtk_text_buffer_get_insert(buffer));
+    gtk_text_iter_backward_char(&iter);
+    GdkRectangle r;
+    gtk_text_view_get_iter_location(view, &iter, &r);
+    int x = 0, y = 0, ox = 0, oy = 0;
+    gtk_text_view_buffer_to_window_coords(view, GTK_TEXT_WINDOW_TEXT, r.x, r.y, &x, &y);
+    GdkWindow* window = gtk_text_view_get_window(view, GTK_TEXT_WINDOW_TEXT);
+    if (!window) return G_SOURCE_REMOVE;
+    gdk_window_get_origin(window, &ox, &oy);
+    const int scale = gdk_window_get_scale_factor(window);
+    printf("caret %d %d %d %d\n", (ox + x) * scale, (oy + y) * scale, r.width * scale,
+           r.height * scale);
+    fflush(stdout);
+    return G_SOURCE_REMOVE;
+}
+
+/* After the layout has settled: the caret's place is only known then. */
+static void caret_moved(GtkWidget* view) {
+    if (!caret_report) caret_report = g_timeout_add(50, report_caret, view);
+}
+
+static void on_mark_set(GtkTextBuffer* buffer, GtkTextIter* iter, GtkTextMark* mark,
+                        gpointer view) {
+    (void)iter;
+    if (mark == gtk_text_buffer_get_insert(buffer)) caret_moved(view);
+}
+
+static void on_changed(GtkTextBuffer* buffer, gpointer view) {
+    (void)buffer;
+    caret_moved(view);
+}
+
 static void activate(GtkApplication* app, gpointer data) {
     (void)data;
     GtkWidget* window = gtk_application_window_new(app);
@@ -120,6 +161,9 @@ static void activate(GtkApplication* app, gpointer data) {
     gtk_box_pack_start(GTK_BOX(box), scroll, TRUE, TRUE, 0);
     gtk_container_add(GTK_CONTAINER(window), box);
     g_signal_connect(window, "key-press-event", G_CALLBACK(on_key), NULL);
+    GtkTextBuffer* buffer = gtk_text_view_get_buffer(GTK_TEXT_VIEW(view));
+    g_signal_connect(buffer, "mark-set", G_CALLBACK(on_mark_set), view);
+    g_signal_connect(buffer, "changed", G_CALLBACK(on_changed), view);
 
     gtk_widget_show_all(window);
     GtkWidget* target = view;
