@@ -25,6 +25,10 @@ GtkEditor::~GtkEditor() {
 }
 
 void GtkEditor::drain() {
+    // Lines written while no event loop ran (a check right after a blocking key call) are read
+    // here, not left to the next event loop.
+    while (process_.waitForReadyRead(0)) {
+    }
     while (process_.canReadLine()) lines_ << QString::fromUtf8(process_.readLine()).trimmed();
 }
 
