@@ -20,9 +20,20 @@ std::optional<platform::RunningApp> NativeRoute::frontmost() {
         return std::nullopt;
     }
     AtRef latest = ax_.focus().latest();
+    if (latest && latest.get() == overruled_.get()) latest = standIn_;
+    // GTK 4 says nothing when a window opens with its focus already set, and nothing tells that
+    // an application quit: at most once a second what was heard last is checked against the
+    // active window, and the application found active stands in until the next focus is heard.
+    if (searchDue() && (!latest || !hasActiveWindow(at::application(latest)))) {
+        if (AtRef active = activeApplication()) {
+            overruled_ = ax_.focus().latest();
+            standIn_ = active;
+            latest = active;
+        }
+    }
     if (!latest) {
         if (front_) return front_->app;  // the one found by searching, until a focus is heard
-        latest = activeApplication();
+        return std::nullopt;
     }
     const QString bus = at::busName(latest);
     if (bus.isEmpty()) {
@@ -39,20 +50,28 @@ std::optional<platform::RunningApp> NativeRoute::frontmost() {
     return front_->app;
 }
 
-AtRef NativeRoute::activeApplication() {
-    if (lastSearch_.isValid() && lastSearch_.elapsed() < 1000) return {};
+bool NativeRoute::searchDue() {
+    if (lastSearch_.isValid() && lastSearch_.elapsed() < 1000) return false;
     lastSearch_.start();
+    return true;
+}
+
+bool NativeRoute::hasActiveWindow(const AtRef& app) {
+    const int windows = std::min(at::childCount(app).value_or(0), 50);
+    for (int w = 0; w < windows; ++w) {
+        const auto s = at::states(at::child(app, w));
+        if (s && s->active) return true;
+    }
+    return false;
+}
+
+AtRef NativeRoute::activeApplication() {
     const qint64 own = QCoreApplication::applicationPid();
     const AtRef desktop = at::desktop();
     const int apps = std::min(at::childCount(desktop).value_or(0), 500);
     for (int i = 0; i < apps; ++i) {
         const AtRef app = at::child(desktop, i);
-        if (!app || ax_.processOf(app) == own) continue;
-        const int windows = std::min(at::childCount(app).value_or(0), 50);
-        for (int w = 0; w < windows; ++w) {
-            const auto s = at::states(at::child(app, w));
-            if (s && s->active) return app;
-        }
+        if (app && ax_.processOf(app) != own && hasActiveWindow(app)) return app;
     }
     return {};
 }

@@ -37,9 +37,12 @@ public:
     QString name() const { return front_ ? front_->app.name : QString(); }
 
 private:
-    // Before any focus was heard (the window was focused before Glimmo listened): the
-    // application whose window is active, searched at most once a second.
+    // The application whose window is active: before any focus was heard (the window was
+    // focused before Glimmo listened), or when the one heard last is no longer active.
     AtRef activeApplication();
+    static bool hasActiveWindow(const AtRef& app);
+    // Whether a search may run now: at most once a second.
+    bool searchDue();
 
     struct Front {
         QString bus;
@@ -51,6 +54,8 @@ private:
     DesktopEntries entries_;
     AppIdentity identity_{entries_};
     std::optional<Front> front_;
+    AtRef overruled_;  // the latest focus heard, found no longer active
+    AtRef standIn_;    // the application found active instead
     QElapsedTimer lastSearch_;
 };
 
