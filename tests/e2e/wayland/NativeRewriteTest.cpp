@@ -1,0 +1,153 @@
+// The rewrite cycle in a GNOME-style Wayland session: the built program (its windows through
+// Xwayland) against GTK 3 and GTK 4 editors running natively, keys typed through the
+// compositor's remote-desktop keyboard. An X11 application owns the clipboard throughout;
+// native windows are edited without it, so it must come out as it went in. One program serves
+// every case; each case brings its own editor, so Glimmo also follows the focus from one
+// native application to the next.
+#include <gtest/gtest.h>
+
+#include <QProcess>
+#include <iostream>
+
+#include "DesktopHelpers.h"
+#include "GlimmoRun.h"
+#include "GtkEditor.h"
+#include "TempHome.h"
+#include "WaylandKeys.h"
+#include "platform/linux/AtspiAx.h"
+
+using testsupport::waitUntil;
+
+namespace {
+
+const QString kStart = QStringLiteral("The first paragraph stays as it is.\n\n");
+const QString kTyped = QStringLiteral("we need teh deck befor tomorow");
+const QString kRewrite = QStringLiteral("We need the deck before tomorrow.");
+const QString kDismissed = QStringLiteral("the meeting is moved to thursday afernoon");
+
+constexpr int kBubbleWaitMs = 15000;
+const QRect kScreen(0, 0, 1280, 800);
+
+QByteArray answer(const QString& text) {
+    return "answer " + text.toUtf8() + "\n";
+}
+
+void pause(int ms) {
+    waitUntil([] { return false; }, ms);
+}
+
+// What an X11 application finds on the clipboard (targets, text, image size).
+QString x11Clipboard() {
+    QProcess p;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("GDK_BACKEND"), QStringLiteral("x11"));
+    p.setProcessEnvironment(env);
+    p.start(qEnvironmentVariable("GLIMMO_GTK_EDITOR"), {"--print-clipboard"});
+    p.waitForFinished(15000);
+    return QString::fromUtf8(p.readAllStandardOutput());
+}
+
+class NativeRewrite : public ::testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        // GTK takes its backend from the environment when the owner starts.
+        qputenv("GDK_BACKEND", "x11");
+        owner = new GtkEditor({"--own-clipboard", "kept on the clipboard", "--title", "Owner"});
+        qputenv("GDK_BACKEND", "wayland");
+        glimmo = new GlimmoRun(answer(kRewrite));
+        ax = new linuxdesk::AtspiAx;
+    }
+
+    static void TearDownTestSuite() {
+        delete ax;
+        delete glimmo;
+        delete owner;
+    }
+
+    void SetUp() override {
+        ASSERT_TRUE(owner->ready()) << "the clipboard owner did not come up";
+        ASSERT_TRUE(glimmo->started()) << glimmo->output().toStdString();
+        clipboard = x11Clipboard();
+        ASSERT_TRUE(clipboard.contains("text kept on the clipboard")) << clipboard.toStdString();
+    }
+
+    void TearDown() override {
+        if (!HasFailure()) return;
+        std::cerr << "--- log.txt\n"
+                  << glimmo->log().toStdString() << "--- output\n"
+                  << glimmo->output().toStdString() << "--- text\n"
+                  << value().toStdString() << "\n";
+    }
+
+    // Starts a native editor holding kStart, its caret in the empty last paragraph.
+    void open(const QString& program) {
+        editor = std::make_unique<GtkEditor>(QStringList{"--text", kStart}, program);
+        ASSERT_TRUE(editor->ready()) << program.toStdString();
+        field = desktop::focusedElement(*ax, editor->pid());
+        ASSERT_TRUE(field) << "the editor's text view has no accessible focus";
+        ASSERT_TRUE(desktop::waylandKeys("ctrl+End"));
+    }
+
+    QString value() const { return field ? desktop::string(*ax, field, "AXValue") : QString(); }
+
+    bool bubbleShown(bool shown, int timeoutMs = kBubbleWaitMs) const {
+        return waitUntil([&] { return glimmo->bubble().has_value() == shown; }, timeoutMs);
+    }
+
+    // Types a paragraph and waits for its suggestion, which sits wholly on the screen.
+    void typeUntilSuggested(const QString& expected, const QString& typed) {
+        ASSERT_TRUE(desktop::waylandType(typed));
+        ASSERT_TRUE(waitUntil([&] { return value() == expected; })) << value().toStdString();
+        ASSERT_TRUE(bubbleShown(true)) << "no bubble appeared";
+        const QRect frame = *glimmo->bubble();
+        EXPECT_TRUE(kScreen.contains(frame)) << frame.x() << "," << frame.y() << " "
+                                             << frame.width() << "x" << frame.height();
+    }
+
+    // Tab replaces the typed paragraph with the suggestion; the clipboard stays as it was.
+    void tabApplies() {
+        typeUntilSuggested(kStart + kTyped, kTyped);
+        ASSERT_TRUE(desktop::waylandKeys("Tab"));
+        EXPECT_TRUE(waitUntil([&] { return value() == kStart + kRewrite; }))
+            << value().toStdString();
+        EXPECT_TRUE(bubbleShown(false, 3000));
+        pause(1000);  // anything that borrowed the clipboard would have put it back by now
+        EXPECT_EQ(x11Clipboard(), clipboard);
+        EXPECT_EQ(value(), kStart + kRewrite);
+    }
+
+    static inline GtkEditor* owner = nullptr;
+    static inline GlimmoRun* glimmo = nullptr;
+    static inline linuxdesk::AtspiAx* ax = nullptr;
+    std::unique_ptr<GtkEditor> editor;
+    platform::Element field;
+    QString clipboard;
+};
+
+TEST_F(NativeRewrite, Gtk3TabAppliesAndEscDismisses) {
+    open(qEnvironmentVariable("GLIMMO_GTK_EDITOR"));
+    editor->clearKeys();
+    tabApplies();
+    EXPECT_FALSE(editor->keys().contains("Tab 0"));  // consumed before the window saw it
+
+    glimmo->setScript(answer(QStringLiteral("The meeting is moved to Thursday afternoon.")));
+    const QString expected = value() + "\n\n" + kDismissed;
+    ASSERT_TRUE(desktop::waylandKeys("Return Return"));
+    typeUntilSuggested(expected, kDismissed);
+    editor->clearKeys();
+    ASSERT_TRUE(desktop::waylandKeys("Escape"));
+    EXPECT_TRUE(bubbleShown(false, 3000));
+    EXPECT_FALSE(editor->keys().contains("Escape 0"));
+    pause(2000);
+    EXPECT_FALSE(glimmo->bubble());
+    EXPECT_EQ(value(), expected);
+    glimmo->setScript(answer(kRewrite));
+}
+
+TEST_F(NativeRewrite, Gtk4TabApplies) {
+    // GTK 4 lets the Tab into the text; it is taken out again with the paragraph replaced.
+    open(qEnvironmentVariable("GLIMMO_GTK4_EDITOR"));
+    tabApplies();
+}
+
+}  // namespace
