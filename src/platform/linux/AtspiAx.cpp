@@ -97,9 +97,10 @@ bool AtspiAx::replace(const platform::Element& element, const platform::Range& r
 }
 
 std::optional<int> AtspiAx::gtkVersion(const platform::Element& element) {
-    // GTK 4 answers the toolkit only on the application element.
+    // GTK 4 answers the toolkit only on the application element; GTK 3 names it "gtk".
     const AtRef app = at::application(AtElement::unwrap(element));
-    if (at::toolkit(app).value_or(QString()) != QLatin1String("GTK")) return std::nullopt;
+    if (at::toolkit(app).value_or(QString()).compare(QLatin1String("GTK"), Qt::CaseInsensitive))
+        return std::nullopt;
     const auto version = at::toolkitVersion(app);
     bool ok = false;
     const int major = version ? version->section(u'.', 0, 0).toInt(&ok) : 0;
