@@ -77,23 +77,12 @@ bool AtspiAx::editable(const platform::Element& element) {
 bool AtspiAx::replace(const platform::Element& element, const platform::Range& range,
                       const QString& replacement) {
     const AtRef ref = AtElement::unwrap(element);
-    const auto text = ref ? at::text(ref) : std::nullopt;
-    if (!text || range.location < 0 || range.length < 0 || range.end() > text->size())
-        return false;
+    if (!ref) return false;
     const OffsetUnit unit = unitOf(ref);
-    const int start = int(fromUtf16(*text, range.location, unit));
-    const int end = int(fromUtf16(*text, range.end(), unit));
     cache_.forgetText();
-    if (end > start && !at::deleteText(ref, start, end)) return false;
-    // GTK measures inserted text in UTF-8 bytes, Qt in UTF-16 units.
-    const int length =
-        unit == OffsetUnit::CodePoint ? int(replacement.toUtf8().size()) : int(replacement.size());
-    if (!replacement.isEmpty() && !at::insertText(ref, start, replacement, length)) return false;
-    // The caret after the new text, as a paste leaves it.
-    const int inserted = unit == OffsetUnit::CodePoint ? int(replacement.toUcs4().size())
-                                                       : int(replacement.size());
-    at::setCaret(ref, start + inserted);
-    return true;
+    if (document_.holds(ref)) return document_.replace(ref, range, replacement, unit);
+    const auto text = at::text(ref);
+    return text && axtext::replace(ref, *text, range, replacement, unit);
 }
 
 std::optional<int> AtspiAx::gtkVersion(const platform::Element& element) {
@@ -199,7 +188,21 @@ std::optional<QString> AtspiAx::heldText(const AtRef& e, const std::vector<AtRef
     return cache_.text(e);
 }
 
+std::optional<platform::Value> AtspiAx::readDocument(const AtRef& e, const QString& name) {
+    if (name == QLatin1String("AXRole")) return platform::Value(QStringLiteral("AXTextArea"));
+    if (name == QLatin1String("AXValue")) return str(document_.text(e, unitOf(e)));
+    const auto range = document_.selectedRange(e, unitOf(e));
+    if (!range) return std::nullopt;
+    if (name == QLatin1String("AXSelectedTextRange")) return platform::Value(*range);
+    const auto text = document_.text(e, unitOf(e));
+    return text ? str(text->mid(range->location, range->length)) : std::nullopt;
+}
+
 std::optional<platform::Value> AtspiAx::read(const AtRef& e, const QString& name) {
+    if ((name == QLatin1String("AXRole") || name == QLatin1String("AXValue") ||
+         name == QLatin1String("AXSelectedTextRange") || name == QLatin1String("AXSelectedText")) &&
+        document_.holds(e))
+        return readDocument(e, name);
     if (name == QLatin1String("AXRole")) {
         const auto role = cache_.role(e);
         if (!role) return std::nullopt;
@@ -283,12 +286,18 @@ std::optional<platform::Value> AtspiAx::parameterized(const platform::Element& e
     const AtRef ref = AtElement::unwrap(element);
     const auto* range = std::get_if<platform::Range>(&parameter);
     if (!ref || !range || name != QLatin1String("AXBoundsForRange")) return std::nullopt;
-    const auto text = cache_.text(ref);
-    if (!text) return std::nullopt;
-    auto r = axtext::boundsForRange(ref, *text, *range, unitOf(ref));
+    const OffsetUnit unit = unitOf(ref);
+    std::optional<QString> text;
+    const bool document = document_.holds(ref);
+    if (!document && !(text = cache_.text(ref))) return std::nullopt;
+    auto bounds = [&](at::Coords coords) {
+        return document ? document_.boundsForRange(ref, *range, unit, coords)
+                        : axtext::boundsForRange(ref, *text, *range, unit, coords);
+    };
+    auto r = bounds(at::Coords::Screen);
     if (!r) {
         // GTK 4 answers text positions only relative to its window.
-        const auto w = axtext::boundsForRange(ref, *text, *range, unitOf(ref), at::Coords::Window);
+        const auto w = bounds(at::Coords::Window);
         if (w && !(w->x == 0 && w->y == 0)) {
             const ReportedToScreen map = mapping_.of(ref);
             r = platform::Rect{w->x + map.windowX, w->y + map.windowY, w->width, w->height};
@@ -315,8 +324,10 @@ bool AtspiAx::setAttribute(const platform::Element& element, const QString& name
         return true;
     if (name == QLatin1String("AXSelectedTextRange")) {
         const auto* range = std::get_if<platform::Range>(&value);
-        const auto text = range ? at::text(ref) : std::nullopt;
+        if (!range) return false;
         cache_.forgetText();
+        if (document_.holds(ref)) return document_.setSelectedRange(ref, *range, unitOf(ref));
+        const auto text = at::text(ref);
         return text && axtext::setSelectedRange(ref, *text, *range, unitOf(ref));
     }
     return false;

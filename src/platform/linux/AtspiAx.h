@@ -11,6 +11,7 @@
 #include "platform/Ax.h"
 #include "platform/linux/A11yBus.h"
 #include "platform/linux/AtRef.h"
+#include "platform/linux/EditableDocument.h"
 #include "platform/linux/ElementCache.h"
 #include "platform/linux/FocusTracker.h"
 #include "platform/linux/TextOffsets.h"
@@ -54,6 +55,8 @@ private:
     OffsetUnit unitOf(const AtRef& element);
     std::optional<qint64> pidOf(const AtRef& application);
     std::optional<platform::Value> read(const AtRef& element, const QString& name);
+    // The text box attributes of an editable document (see EditableDocument).
+    std::optional<platform::Value> readDocument(const AtRef& element, const QString& name);
     std::optional<platform::Value> readRun(const TextRun& run, const QString& name);
     // The text a non-editable element holds itself, beside its child objects (see TextRun);
     // absent when its children carry that text already.
@@ -71,6 +74,7 @@ private:
     A11yBus bus_;
     FocusTracker focus_;
     ElementCache cache_;
+    EditableDocument document_{cache_};
     WindowMapping mapping_;
     std::map<qint64, KnownApp> appByPid_;
     bool connected_ = false;

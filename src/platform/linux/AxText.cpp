@@ -1,5 +1,7 @@
 #include "platform/linux/AxText.h"
 
+#include <QList>
+
 #include "platform/linux/Atspi.h"
 
 namespace linuxdesk::axtext {
@@ -58,6 +60,23 @@ bool setSelectedRange(const AtRef& element, const QString& text, const platform:
     const int end = int(fromUtf16(text, range.end(), unit));
     if (end == start) return at::setCaret(element, start);
     return at::setSelection(element, start, end);
+}
+
+bool replace(const AtRef& element, const QString& text, const platform::Range& range,
+             const QString& replacement, OffsetUnit unit) {
+    if (range.location < 0 || range.length < 0 || range.end() > text.size()) return false;
+    const int start = int(fromUtf16(text, range.location, unit));
+    const int end = int(fromUtf16(text, range.end(), unit));
+    if (end > start && !at::deleteText(element, start, end)) return false;
+    // GTK measures inserted text in UTF-8 bytes, Qt in UTF-16 units.
+    const int length =
+        unit == OffsetUnit::CodePoint ? int(replacement.toUtf8().size()) : int(replacement.size());
+    if (!replacement.isEmpty() && !at::insertText(element, start, replacement, length))
+        return false;
+    const int inserted = unit == OffsetUnit::CodePoint ? int(replacement.toUcs4().size())
+                                                       : int(replacement.size());
+    at::setCaret(element, start + inserted);
+    return true;
 }
 
 }  // namespace linuxdesk::axtext

@@ -26,4 +26,9 @@ std::optional<platform::Rect> boundsForRange(const AtRef& element, const QString
 bool setSelectedRange(const AtRef& element, const QString& text, const platform::Range& range,
                       OffsetUnit unit);
 
+// Replaces a range of the element's text through its editable text interface, leaving the caret
+// after the new text as a paste does.
+bool replace(const AtRef& element, const QString& text, const platform::Range& range,
+             const QString& replacement, OffsetUnit unit);
+
 }  // namespace linuxdesk::axtext

@@ -1,0 +1,64 @@
+#pragma once
+// An editable document read as a text box: Thunderbird's message body and other rich-text
+// editors that Gecko shows as a document of nested blocks rather than as one text (see
+// FlatText). The text is the blocks' texts joined; the caret, the selection and screen
+// positions are read from and written to the block that holds them.
+
+#include <QElapsedTimer>
+#include <QString>
+#include <optional>
+#include <vector>
+
+#include "platform/Geometry.h"
+#include "platform/linux/AtRef.h"
+#include "platform/linux/Atspi.h"
+#include "platform/linux/ElementCache.h"
+#include "platform/linux/FlatText.h"
+#include "platform/linux/TextOffsets.h"
+
+namespace linuxdesk {
+
+class EditableDocument {
+public:
+    explicit EditableDocument(ElementCache& cache) : cache_(cache) {}
+
+    // Whether the element is such a document (the user types into it, and it is not a web
+    // page holding text boxes of its own).
+    bool holds(const AtRef& element);
+
+    // Offsets and ranges in UTF-16 units of the joined text; unit is the toolkit's.
+    std::optional<QString> text(const AtRef& document, OffsetUnit unit);
+    std::optional<platform::Range> selectedRange(const AtRef& document, OffsetUnit unit);
+    bool setSelectedRange(const AtRef& document, const platform::Range& range, OffsetUnit unit);
+    std::optional<platform::Rect> boundsForRange(const AtRef& document,
+                                                 const platform::Range& range, OffsetUnit unit,
+                                                 at::Coords coords);
+    // Within one block only: a range over several is refused.
+    bool replace(const AtRef& document, const platform::Range& range, const QString& text,
+                 OffsetUnit unit);
+
+    // After a write the text or the selection may have changed.
+    void forget() { read_.reset(); }
+
+private:
+    struct Read {
+        QString key;
+        QElapsedTimer age;
+        std::vector<AtRef> refs;     // by block number
+        std::vector<QString> texts;  // each block's own text
+        FlatText flat;
+    };
+    const Read* read(const AtRef& document, OffsetUnit unit);
+    Block blockOf(const AtRef& element, int depth, std::vector<AtRef>& refs,
+                  std::vector<QString>& texts);
+    std::optional<FlatText::Place> caret(const Read& r, OffsetUnit unit);
+    // Where one end of the selection lies, followed down from the document.
+    FlatText::Place selectionEnd(const Read& r, OffsetUnit unit, bool end);
+    int toolkitOffset(const Read& r, const FlatText::Place& place, OffsetUnit unit) const;
+
+    ElementCache& cache_;
+    std::optional<Read> read_;
+    int visited_ = 0;
+};
+
+}  // namespace linuxdesk

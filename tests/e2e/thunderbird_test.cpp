@@ -1,0 +1,164 @@
+// Mail replies in a real Thunderbird, offline with a throwaway profile: a saved message is
+// opened and answered with Ctrl+R, the reply starting above the quote. The message body is a
+// rich-text document of paragraphs and a quote; Glimmo reads it as one text box, drafts three
+// replies from the quote, Tab puts the first in, and a paragraph typed below is rewritten.
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QThread>
+#include <iostream>
+
+#include "DesktopHelpers.h"
+#include "EngineOnDesktop.h"
+#include "Standin.h"
+#include "TempHome.h"
+#include "engine/Glimmo.h"
+#include "platform/linux/Desktop.h"
+#include "rules/AppRules.h"
+
+using testsupport::waitUntil;
+
+namespace {
+
+// A local-only account whose identity answers above the quote, and no first-run screens.
+const QByteArray kPrefs = R"(user_pref("mail.accountmanager.accounts", "account1");
+user_pref("mail.accountmanager.defaultaccount", "account1");
+user_pref("mail.accountmanager.localfoldersserver", "server1");
+user_pref("mail.account.account1.server", "server1");
+user_pref("mail.account.account1.identities", "id1");
+user_pref("mail.server.server1.type", "none");
+user_pref("mail.server.server1.hostname", "Local Folders");
+user_pref("mail.server.server1.name", "Local Folders");
+user_pref("mail.server.server1.userName", "nobody");
+user_pref("mail.identity.id1.fullName", "Ben Okafor");
+user_pref("mail.identity.id1.useremail", "ben@example.com");
+user_pref("mail.identity.id1.reply_on_top", 1);
+user_pref("mail.identity.id1.valid", true);
+user_pref("mail.provider.suppress_dialog_on_startup", true);
+user_pref("mail.shell.checkDefaultClient", false);
+user_pref("mail.spotlight.firstRunDone", true);
+user_pref("mailnews.start_page.enabled", false);
+user_pref("mail.rights.version", 1);
+user_pref("datareporting.policy.dataSubmissionPolicyBypassNotification", true);
+user_pref("toolkit.telemetry.reportingpolicy.firstRun", false);
+user_pref("app.update.disabledForTesting", true);
+)";
+
+const QByteArray kMessage = R"(From: Ana Ruiz <ana@example.com>
+To: Ben Okafor <ben@example.com>
+Subject: Launch review
+Date: Mon, 23 Nov 2026 09:12:00 +0000
+Message-ID: <launch-review@example.com>
+MIME-Version: 1.0
+Content-Type: text/plain; charset=utf-8
+
+Hi Ben,
+
+Can we move the launch review to Thursday? The deck is not ready yet.
+Could you send it tonight so I can read it first?
+
+Ana
+)";
+
+const QStringList kDrafts{
+    QStringLiteral("Sure, I'll send the deck by 9 tonight."),
+    QStringLiteral("I'll send it first thing tomorrow."),
+    QStringLiteral("Yes, Thursday works, sending it within the hour."),
+};
+
+QByteArray draftsScript() {
+    QByteArrayList quoted;
+    for (const QString& d : kDrafts) quoted << '"' + d.toUtf8() + '"';
+    return "answer [" + quoted.join(", ") + "]\n";
+}
+
+// The window whose title holds this text, waited for; empty when none shows.
+QString windowNamed(const QString& title, int timeoutMs) {
+    QString id;
+    waitUntil(
+        [&] {
+            QProcess p;
+            p.start("xdotool", {"search", "--name", title});
+            p.waitForFinished(5000);
+            id = QString::fromUtf8(p.readAllStandardOutput()).section(u'\n', 0, 0).trimmed();
+            return !id.isEmpty();
+        },
+        timeoutMs);
+    return id;
+}
+
+struct ThunderbirdOnDesktop : EngineOnDesktop {
+    ~ThunderbirdOnDesktop() override {
+        if (thunderbird.state() != QProcess::NotRunning) {
+            thunderbird.kill();
+            thunderbird.waitForFinished(5000);
+        }
+    }
+    QProcess thunderbird;
+};
+
+}  // namespace
+
+TEST_F(ThunderbirdOnDesktop, ReplyAboveTheQuoteGetsDraftsAndATypedParagraphARewrite) {
+    ASSERT_TRUE(desktop.hasDisplay());
+    const QString program = QStandardPaths::findExecutable(QStringLiteral("thunderbird"));
+    if (program.isEmpty()) {
+        if (qEnvironmentVariable("CI") == QLatin1String("true"))
+            FAIL() << "Thunderbird is not installed (./run tests installs the thunderbird package)";
+        GTEST_SKIP() << "MAIL TEST SKIPPED: Thunderbird is not installed";
+    }
+    home.write(QStringLiteral("tb/user.js"), kPrefs);
+    home.write(QStringLiteral("launch.eml"), kMessage);
+    testsupport::setStandinScript(home, draftsScript());
+
+    platform::Platform platform = desktop.platform(defaults, clock);
+    rules::AppRules rules(defaults);
+    engine::Glimmo engine(platform, rules);
+    engine.start();
+    const overlay::Shown& shown = engine.bubble->shown();
+
+    thunderbird.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    thunderbird.start(program, {"-offline", "-no-remote", "-profile", home.path() + "/tb",
+                                home.path() + "/launch.eml"});
+    const QString message = windowNamed(QStringLiteral("Launch review - Mozilla"), 60000);
+    ASSERT_FALSE(message.isEmpty()) << "the message window did not open";
+    // The window shows before its message is loaded; a reply asked too early is dropped.
+    QThread::msleep(1500);
+    desktop::xdotool({"windowactivate", "--sync", message});
+    desktop::xdotool({"key", "ctrl+r"});
+    ASSERT_FALSE(windowNamed(QStringLiteral("Write: Re: Launch review"), 20000).isEmpty());
+
+    ASSERT_TRUE(waitUntil([&] { return shown.options.size() == 3 && !shown.more; }, 30000))
+        << log().toStdString();
+    EXPECT_EQ(shown.options, kDrafts);
+    const QString body = request();
+    EXPECT_TRUE(body.contains(QStringLiteral("<quoted>\nOn ")) &&
+                body.contains(QStringLiteral("Ana Ruiz wrote:\nHi Ben,\n\nCan we move the launch "
+                                             "review to Thursday?")))
+        << body.toStdString();
+    const QString shot = QStringLiteral(GLIMMO_SHOT_DIR "/e2e-thunderbird-drafts.png");
+    if (QProcess::execute("import", {"-window", "root", shot}) == 0)
+        std::cout << "screenshot of the drafts: " << shot.toStdString() << std::endl;
+
+    const platform::Element box = desktop::focusedElement(platform.ax, thunderbird.processId());
+    ASSERT_TRUE(box);
+    auto value = [&] { return desktop::string(platform.ax, box, "AXValue"); };
+    desktop::xdotool({"key", "Tab"});
+    ASSERT_TRUE(waitUntil([&] { return value().startsWith(kDrafts[0] + u'\n'); }, 5000))
+        << value().toStdString();
+    EXPECT_TRUE(value().contains(QStringLiteral("Ana Ruiz wrote:"))) << "the quote stays below";
+
+    // A second paragraph, typed below the draft, comes back rewritten in its place.
+    const QString rewrite = QStringLiteral("Could you send me last week's numbers as well?");
+    testsupport::setStandinScript(home, "answer " + rewrite.toUtf8() + "\n");
+    desktop::xdotool({"key", "Return"});
+    desktop::xdotool({"type", "--delay", "20", "could you send me the numbers of last week too"});
+    ASSERT_TRUE(waitUntil([&] { return shown.kind == overlay::Shown::Kind::Suggestion && shown.text == rewrite; }, 30000))
+        << log().toStdString();
+    desktop::xdotool({"key", "Tab"});
+    EXPECT_TRUE(waitUntil(
+        [&] { return value().startsWith(kDrafts[0] + u'\n' + rewrite + u'\n'); }, 5000))
+        << value().toStdString();
+}
