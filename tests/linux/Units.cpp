@@ -106,6 +106,40 @@ TEST(TextRun, TextAroundChildObjectsBecomesRunsInReadingOrder) {
     EXPECT_EQ(runs, (QStringList{"Hi", ", see", "the deck"}));
 }
 
+#include "platform/linux/FlatText.h"
+
+TEST(FlatText, NestedBlocksJoinAsLinesAndOffsetsMapBothWays) {
+    // A reply paragraph, a cite line, a quote holding a section with a link in its sentence.
+    const QChar p(0xFFFC);
+    Block link{QStringLiteral("deck"), true, {}};
+    Block section{QStringLiteral("The ") + p + QStringLiteral(" is late.\nAna\n"), false, {link}};
+    Block quote{QString(p), false, {section}};
+    Block reply{QStringLiteral("Sure"), false, {}};
+    Block cite{QStringLiteral("Ana wrote:\n"), false, {}};
+    const FlatText flat(Block{QString(p) + p + p, false, {reply, cite, quote}});
+    // Blocks: 0 body, 1 reply, 2 cite, 3 quote, 4 section, 5 link.
+    EXPECT_EQ(flat.text(), QStringLiteral("Sure\nAna wrote:\nThe deck is late.\nAna\n"));
+    using Place = FlatText::Place;
+    EXPECT_EQ(flat.toFlat({1, 4}), 4);
+    EXPECT_EQ(flat.toFlat({4, 5}), 24);  // after the link, in the sentence
+    EXPECT_EQ(flat.toFlat({5, 2}), 22);
+    EXPECT_EQ(flat.childAt(3, 0), 4);
+    // The break the join added belongs to neither block: a start there opens the next line.
+    EXPECT_EQ(flat.fromFlat(4), (Place{1, 4}));
+    EXPECT_EQ(flat.fromFlat(5), (Place{2, 0}));
+    // Where the sentence meets the link, a start goes into the link and an end stays out.
+    EXPECT_EQ(flat.fromFlat(20), (Place{5, 0}));
+    EXPECT_EQ(flat.fromFlat(20, true), (Place{4, 4}));
+    EXPECT_EQ(flat.fromFlat(24, true), (Place{5, 4}));
+    for (qint64 i = 0; i <= flat.text().size(); ++i)
+        EXPECT_EQ(flat.toFlat(flat.fromFlat(i)), i) << i;
+    // A range from the sentence into the link, seen from the section, covers the link whole.
+    EXPECT_EQ(flat.common(5, 4), 4);
+    EXPECT_EQ(flat.lift({5, 2}, 4, true), (Place{4, 5}));
+    EXPECT_EQ(flat.lift({5, 2}, 0, false), (Place{0, 2}));
+    EXPECT_EQ(flat.common(1, 5), 0);
+}
+
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
