@@ -11,7 +11,6 @@ namespace setup {
 
 namespace {
 
-constexpr int iconSide = 20;
 constexpr int rowSpacing = 10;
 
 }  // namespace

@@ -15,6 +15,9 @@ class AppRow : public QWidget {
     Q_OBJECT
 
 public:
+    // The side of the leading picture, in points.
+    static constexpr int iconSide = 20;
+
     // An application: its icon at 20 × 20.
     AppRow(const QPixmap& icon, const QString& text, QWidget* parent = nullptr);
     // A website or a group: a symbol drawn 20 points wide in the secondary colour.

@@ -22,10 +22,9 @@ namespace setup {
 namespace {
 
 constexpr int padding = 28;
-constexpr int titleSize = 22;
+constexpr int windowTitleSize = 22;
 constexpr int footerSize = 12;
 constexpr int otherTitleSize = 14;
-constexpr int iconSide = 20;
 
 QFrame* divider(QWidget* parent) {
     auto* line = new QFrame(parent);
@@ -77,7 +76,7 @@ AppsView::AppsView(rules::AppRules& rules, platform::Workspace& workspace,
     column->setSpacing(0);
 
     auto* title = new QLabel(QStringLiteral("Where Glimmo helps"), this);
-    QFont titleFont = overlay::style::systemFont(titleSize);
+    QFont titleFont = overlay::style::systemFont(windowTitleSize);
     titleFont.setWeight(QFont::DemiBold);
     title->setFont(titleFont);
     column->addWidget(title);
@@ -183,7 +182,7 @@ QWidget* AppsView::buildOthers() {
         std::vector<AppIdentity> found = installedApps(workspace_, {id});
         if (found.empty()) continue;  // uninstalled since the list was computed
         const AppIdentity& app = found.front();
-        auto* row = new AppRow(installedIcon(app, iconSide, dpr), app.name, box);
+        auto* row = new AppRow(installedIcon(app, AppRow::iconSide, dpr), app.name, box);
         row->addSwitch(
             true, [this, id] { return rules_.appState(id); },
             [this, id](bool on) { rules_.setApp(id, on); });

@@ -18,7 +18,6 @@ namespace {
 constexpr int headerPadding = 10;
 constexpr int rowGap = 6;
 constexpr int listBottom = 12;
-constexpr int iconSide = 20;
 
 }  // namespace
 
@@ -61,7 +60,7 @@ QWidget* KindSection::buildList(const std::vector<AppIdentity>& apps) {
     rows->setSpacing(rowGap);
     const qreal dpr = devicePixelRatioF();
     for (const AppIdentity& app : apps) {
-        auto* row = new AppRow(installedIcon(app, iconSide, dpr), app.name, list);
+        auto* row = new AppRow(installedIcon(app, AppRow::iconSide, dpr), app.name, list);
         if (!kind_.locked) {
             const QString id = app.id;
             switches_.push_back(row->addSwitch(
