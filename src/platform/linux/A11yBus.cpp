@@ -14,13 +14,13 @@ const QString kService = QStringLiteral("org.a11y.Bus");
 const QString kPath = QStringLiteral("/org/a11y/bus");
 const QString kProperties = QStringLiteral("org.freedesktop.DBus.Properties");
 const QString kStatus = QStringLiteral("org.a11y.Status");
-constexpr int kKeepMs = 2000;
+constexpr int kBusKeepMs = 2000;
 constexpr int kCallTimeoutMs = 1000;
 
 }  // namespace
 
 bool A11yBus::enabled() {
-    if (!age_.isValid() || age_.elapsed() > kKeepMs) {
+    if (!age_.isValid() || age_.elapsed() > kBusKeepMs) {
         last_ = query();
         age_.start();
     }

@@ -8,7 +8,7 @@ namespace {
 
 // Long enough to span several 0.3-second ticks, short enough that a field turned read-only
 // or renamed is seen within a moment.
-constexpr int kKeepMs = 2000;
+constexpr int kElementKeepMs = 2000;
 constexpr int kTextKeepMs = 50;
 // Entries of elements no longer asked about are dropped when the map grows past this.
 constexpr size_t kMaxEntries = 512;
@@ -22,10 +22,10 @@ QString keyOf(const AtRef& e) {
 ElementCache::Entry& ElementCache::entry(const AtRef& e) {
     const QString key = keyOf(e);
     auto it = entries_.find(key);
-    if (it != entries_.end() && it->second.age.elapsed() < kKeepMs) return it->second;
+    if (it != entries_.end() && it->second.age.elapsed() < kElementKeepMs) return it->second;
     if (entries_.size() >= sweepAt_) {
         for (auto i = entries_.begin(); i != entries_.end();)
-            i = i->second.age.elapsed() >= kKeepMs ? entries_.erase(i) : std::next(i);
+            i = i->second.age.elapsed() >= kElementKeepMs ? entries_.erase(i) : std::next(i);
         // A walk over a large window keeps thousands of entries young: sweep again only once
         // the map has doubled, or every new element would pay a pass over all of them.
         sweepAt_ = std::max(kMaxEntries, 2 * entries_.size());

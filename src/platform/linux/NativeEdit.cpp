@@ -10,7 +10,7 @@ namespace linuxdesk {
 namespace {
 
 // The engine pastes right after selecting; a kept selection older than this is stale.
-constexpr int kKeepMs = 2000;
+constexpr int kEditKeepMs = 2000;
 
 std::optional<QString> textOf(AtspiAx& ax, const platform::Element& element) {
     const auto v = ax.attribute(element, QStringLiteral("AXValue"));
@@ -30,7 +30,7 @@ bool NativeEdit::select(const platform::Element& element, const platform::Range&
 }
 
 std::optional<NativeEdit::Kept> NativeEdit::fresh() {
-    if (kept_ && kept_->age.elapsed() > kKeepMs) kept_.reset();
+    if (kept_ && kept_->age.elapsed() > kEditKeepMs) kept_.reset();
     return kept_;
 }
 
@@ -55,7 +55,7 @@ void NativeEdit::paste() {
     const auto text = std::exchange(held_, std::nullopt);
     const auto kept = std::exchange(kept_, std::nullopt);
     if (!text) return;
-    platform::Element element = kept && kept->age.elapsed() <= kKeepMs ? kept->element : nullptr;
+    platform::Element element = kept && kept->age.elapsed() <= kEditKeepMs ? kept->element : nullptr;
     std::optional<platform::Range> range;
     if (element) {
         range = kept->range;
