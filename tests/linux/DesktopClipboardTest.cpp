@@ -60,6 +60,23 @@ TEST(Clipboard, ForeignTextAndImageSurviveATransientWrite) {
     EXPECT_TRUE(clipboard.save().empty());
 }
 
+// The application may ask for the paste after the restore was due: it still gets the rewrite,
+// and the user's clipboard comes back once it has.
+TEST(Clipboard, RestoreWaitsForThePasteToBeFetched) {
+    GtkEditor owner({"--own-clipboard", "kept text", "--title", "Owner"});
+    ASSERT_TRUE(owner.ready());
+    linuxdesk::QtClipboard clipboard;
+    ASSERT_TRUE(waitUntil([&] { return QGuiApplication::clipboard()->text() == "kept text"; }));
+    const platform::ClipContents saved = clipboard.save();
+
+    clipboard.writeTransientText("the rewrite");
+    clipboard.restore(saved);
+    EXPECT_EQ(clipboard.save(), saved);
+    EXPECT_TRUE(desktop::foreignClipboard().contains("text the rewrite\n"));
+    EXPECT_TRUE(waitUntil([] { return QGuiApplication::clipboard()->text() == "kept text"; }));
+    EXPECT_TRUE(desktop::foreignClipboard().contains("text kept text\n"));
+}
+
 TEST(Clipboard, PlainWriteIsNotMarkedTransient) {
     linuxdesk::QtClipboard clipboard;
     clipboard.writeText("for the user");

@@ -8,6 +8,25 @@ namespace linuxdesk {
 
 namespace {
 
+// How long a restore waits for the paste to be fetched, counted from the write.
+constexpr int kPasteWaitMs = 3000;
+constexpr int kRetryMs = 20;
+
+// Paste content that notes when someone (another application) has read it.
+class TransientData : public QMimeData {
+public:
+    bool read() const { return read_; }
+
+protected:
+    QVariant retrieveData(const QString& format, QMetaType type) const override {
+        read_ = true;
+        return QMimeData::retrieveData(format, type);
+    }
+
+private:
+    mutable bool read_ = false;
+};
+
 QClipboard* clipboard() {
     return qobject_cast<QGuiApplication*>(QCoreApplication::instance())
                ? QGuiApplication::clipboard()
@@ -22,7 +41,34 @@ bool isSelectionProtocol(const QString& format) {
 
 }  // namespace
 
+QtClipboard::QtClipboard() {
+    retry_.setInterval(kRetryMs);
+    retry_.callOnTimeout([this] {
+        if (awaitingPaste()) return;
+        // Something the user copied meanwhile is newer than what was saved: it stays.
+        if (pending_ && ownsTransient()) put(*pending_);
+        cancelPending();
+    });
+}
+
+bool QtClipboard::ownsTransient() const {
+    QClipboard* cb = clipboard();
+    return cb && transient_ && cb->mimeData(QClipboard::Clipboard) == transient_.data();
+}
+
+bool QtClipboard::awaitingPaste() const {
+    const auto* data = dynamic_cast<const TransientData*>(transient_.data());
+    return data && !data->read() && written_.elapsed() < kPasteWaitMs && ownsTransient();
+}
+
+void QtClipboard::cancelPending() {
+    pending_.reset();
+    retry_.stop();
+}
+
 platform::ClipContents QtClipboard::save() {
+    // While a restore waits, the user's clipboard is the one it will put back.
+    if (pending_ && ownsTransient()) return *pending_;
     QClipboard* cb = clipboard();
     const QMimeData* data = cb ? cb->mimeData(QClipboard::Clipboard) : nullptr;
     if (!data) return {};
@@ -40,6 +86,16 @@ platform::ClipContents QtClipboard::save() {
 }
 
 void QtClipboard::restore(const platform::ClipContents& contents) {
+    if (awaitingPaste()) {
+        pending_ = contents;
+        retry_.start();
+        return;
+    }
+    cancelPending();
+    put(contents);
+}
+
+void QtClipboard::put(const platform::ClipContents& contents) {
     QClipboard* cb = clipboard();
     if (!cb) return;
     if (contents.empty()) {
@@ -54,17 +110,21 @@ void QtClipboard::restore(const platform::ClipContents& contents) {
 }
 
 void QtClipboard::writeTransientText(const QString& text) {
+    cancelPending();
     QClipboard* cb = clipboard();
     if (!cb) return;
-    auto* data = new QMimeData;
+    auto* data = new TransientData;
     data->setText(text);
     // Clipboard managers that honour either marker keep no copy of a paste's content.
     data->setData(QStringLiteral("x-kde-passwordManagerHint"), QByteArrayLiteral("secret"));
     data->setData(QStringLiteral("org.nspasteboard.TransientType"), QByteArray());
     cb->setMimeData(data, QClipboard::Clipboard);
+    transient_ = data;
+    written_.start();
 }
 
 void QtClipboard::writeText(const QString& text) {
+    cancelPending();
     if (QClipboard* cb = clipboard()) cb->setText(text, QClipboard::Clipboard);
 }
 

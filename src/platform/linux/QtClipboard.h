@@ -1,17 +1,43 @@
 #pragma once
 // platform::Clipboard over QClipboard (needs a QGuiApplication). X11's clipboard holds one
 // item offered in any number of formats, so a saved clipboard is one item with every format.
+//
+// A paste's text is fetched by the application whenever it gets round to it: a busy office
+// suite may ask a second after the keys arrived. Putting the user's clipboard back before then
+// would paste that instead of the rewrite, so a restore waits (briefly) until the transient
+// text has been handed out; if another program takes the clipboard meanwhile, its content stays.
+
+#include <QElapsedTimer>
+#include <QPointer>
+#include <QTimer>
+#include <optional>
 
 #include "platform/Clipboard.h"
+
+class QMimeData;
 
 namespace linuxdesk {
 
 class QtClipboard : public platform::Clipboard {
 public:
+    QtClipboard();
+
     platform::ClipContents save() override;
     void restore(const platform::ClipContents& contents) override;
     void writeTransientText(const QString& text) override;
     void writeText(const QString& text) override;
+
+private:
+    bool ownsTransient() const;
+    // The transient text is still on the clipboard and nobody has read it yet.
+    bool awaitingPaste() const;
+    void put(const platform::ClipContents& contents);
+    void cancelPending();
+
+    QPointer<QMimeData> transient_;
+    QElapsedTimer written_;
+    std::optional<platform::ClipContents> pending_;  // the restore that waits
+    QTimer retry_;
 };
 
 }  // namespace linuxdesk
