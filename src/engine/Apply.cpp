@@ -93,7 +93,14 @@ void Glimmo::paste(const QString& text) {
     const ClipContents saved = p_.clipboard.save();
     p_.clipboard.writeTransientText(text);
     postKey(key::V, flag::Command);
-    later(kClipboardRestore, [this, saved] { p_.clipboard.restore(saved); });
+    // An application fetching the pasted text may answer no accessibility questions until it
+    // has it, while a question of ours holds up our answer: polling waits for the restore.
+    const bool polling = timer_.isActive();
+    timer_.stop();
+    later(kClipboardRestore, [this, saved, polling] {
+        p_.clipboard.restore(saved);
+        if (polling) timer_.start();
+    });
 }
 
 void Glimmo::postKey(int code, quint64 flags) {
