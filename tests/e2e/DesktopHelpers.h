@@ -2,7 +2,9 @@
 // Small helpers for the tests on the virtual desktop.
 
 #include <QProcess>
+#include <QRect>
 #include <QStringList>
+#include <optional>
 #include <variant>
 
 #include "TempHome.h"
@@ -13,6 +15,31 @@ namespace desktop {
 // Runs xdotool with these arguments and waits for it.
 inline int xdotool(const QStringList& args) {
     return QProcess::execute("xdotool", args);
+}
+
+// The visible bubble window of process pid, as the X server places it (root coordinates);
+// absent while none is shown.
+inline std::optional<QRect> bubbleFrame(qint64 pid) {
+    QProcess search;
+    search.start(QStringLiteral("xdotool"),
+                 {"search", "--onlyvisible", "--pid", QString::number(pid), "--name", "^Glimmo$"});
+    search.waitForFinished(5000);
+    const QString id = QString::fromUtf8(search.readAllStandardOutput()).section('\n', 0, 0);
+    if (id.trimmed().isEmpty()) return std::nullopt;
+
+    QProcess geometry;
+    geometry.start(QStringLiteral("xdotool"), {"getwindowgeometry", "--shell", id.trimmed()});
+    geometry.waitForFinished(5000);
+    int x = 0, y = 0, w = 0, h = 0;
+    for (const QString& line : QString::fromUtf8(geometry.readAllStandardOutput()).split('\n')) {
+        const int value = line.section('=', 1).toInt();
+        if (line.startsWith("X=")) x = value;
+        if (line.startsWith("Y=")) y = value;
+        if (line.startsWith("WIDTH=")) w = value;
+        if (line.startsWith("HEIGHT=")) h = value;
+    }
+    if (w <= 0 || h <= 0) return std::nullopt;  // gone between the two questions
+    return QRect(x, y, w, h);
 }
 
 // Runs a program while this process's event loop keeps going (it may have to serve the

@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QProcessEnvironment>
 
+#include "DesktopHelpers.h"
 #include "TempHome.h"
 
 namespace {
@@ -62,26 +63,7 @@ QString GlimmoRun::output() const {
 }
 
 std::optional<QRect> GlimmoRun::bubble() const {
-    QProcess search;
-    search.start(QStringLiteral("xdotool"), {"search", "--onlyvisible", "--pid",
-                                             QString::number(pid()), "--name", "^Glimmo$"});
-    search.waitForFinished(5000);
-    const QString id = QString::fromUtf8(search.readAllStandardOutput()).section('\n', 0, 0);
-    if (id.trimmed().isEmpty()) return std::nullopt;
-
-    QProcess geometry;
-    geometry.start(QStringLiteral("xdotool"), {"getwindowgeometry", "--shell", id.trimmed()});
-    geometry.waitForFinished(5000);
-    int x = 0, y = 0, w = 0, h = 0;
-    for (const QString& line : QString::fromUtf8(geometry.readAllStandardOutput()).split('\n')) {
-        const int value = line.section('=', 1).toInt();
-        if (line.startsWith("X=")) x = value;
-        if (line.startsWith("Y=")) y = value;
-        if (line.startsWith("WIDTH=")) w = value;
-        if (line.startsWith("HEIGHT=")) h = value;
-    }
-    if (w <= 0 || h <= 0) return std::nullopt;  // gone between the two questions
-    return QRect(x, y, w, h);
+    return desktop::bubbleFrame(pid());
 }
 
 QByteArray GlimmoRun::readHome(const QString& relative) const {

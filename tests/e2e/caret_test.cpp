@@ -1,0 +1,230 @@
+// The bubble where people write: LibreOffice Writer and Firefox on the virtual desktop, each in
+// the temporary home. A paragraph typed as a user types it, the bubble's window checked against
+// the typed line as the screen shows it (a difference of screenshots, not anything the
+// application reports), and Tab applying the rewrite.
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <QClipboard>
+#include <QCoreApplication>
+#include <QMimeData>
+#include <QFileInfo>
+#include <QProcess>
+#include <QStandardPaths>
+#include <iostream>
+
+#include "DesktopHelpers.h"
+#include "EngineOnDesktop.h"
+#include "PageServer.h"
+#include "ScreenCaret.h"
+#include "Standin.h"
+#include "engine/Glimmo.h"
+#include "rules/AppRules.h"
+
+using testsupport::waitUntil;
+
+namespace {
+
+// One line in both applications, spelled right (no squiggles), no word long enough to be
+// completed by Writer.
+const QString kTyped = QStringLiteral("the parcel should arrive at the front desk before noon");
+const QString kRewrite = QStringLiteral("The parcel should reach the front desk before noon.");
+
+// The first of names installed; empty when none.
+QString findProgram(const QStringList& names) {
+    for (const QString& name : names)
+        if (const QString path = QStandardPaths::findExecutable(name); !path.isEmpty()) return path;
+    return {};
+}
+
+// An application started in the temporary home and ended with the test. The window may belong
+// to a process the one started has started (LibreOffice's launcher starts the office), which is
+// ended as well.
+class App {
+public:
+    App(const QString& program, const QStringList& args, const testsupport::TempHome& home,
+        const QStringList& env = {}) {
+        QProcessEnvironment e = QProcessEnvironment::systemEnvironment();
+        const QString h = home.path();
+        e.insert("HOME", h);
+        e.insert("XDG_CONFIG_HOME", h + "/.config");
+        e.insert("XDG_DATA_HOME", h + "/.local/share");
+        e.insert("XDG_CACHE_HOME", h + "/.cache");
+        e.insert("XDG_STATE_HOME", h + "/.local/state");
+        for (const QString& pair : env) e.insert(pair.section('=', 0, 0), pair.section('=', 1));
+        process_.setProcessEnvironment(e);
+        process_.setStandardOutputFile(QProcess::nullDevice());
+        process_.setStandardErrorFile(h + "/" + QFileInfo(program).fileName() + ".log");
+        process_.start(program, args);
+    }
+    ~App() {
+        if (windowPid_ > 0 && windowPid_ != process_.processId()) ::kill(pid_t(windowPid_), SIGTERM);
+        process_.terminate();
+        if (!process_.waitForFinished(8000)) {
+            if (windowPid_ > 0) ::kill(pid_t(windowPid_), SIGKILL);
+            process_.kill();
+        }
+        process_.waitForFinished(2000);
+    }
+    bool started() { return process_.waitForStarted(5000); }
+    void windowOwner(qint64 pid) { windowPid_ = pid; }
+
+private:
+    QProcess process_;
+    qint64 windowPid_ = 0;
+};
+
+struct AppsOnDesktop : EngineOnDesktop {
+    // The process in front once the engine reads a text box there (an empty one: the new
+    // document, the page's textarea); 0 when none in time.
+    qint64 textBoxInFront(int timeoutMs) {
+        waitUntil([&] { return engine.frontApp && engine.lastEl && engine.lastText.isEmpty(); },
+                  timeoutMs);
+        return engine.frontApp && engine.lastEl ? engine.frontApp->pid : 0;
+    }
+
+    // Types the paragraph, checks the bubble's window sits just below the caret's line and
+    // starts a little left of it, leaves a screenshot, and applies the rewrite with Tab.
+    void typeAndApply(qint64 pid, const QString& name) {
+        desktop::xdotool({"type", "--delay", "20", "--", kTyped});
+        const overlay::Shown& shown = engine.bubble->shown();
+        ASSERT_TRUE(waitUntil(
+            [&] {
+                return engine.bubble->visible() && shown.kind == overlay::Shown::Kind::Suggestion &&
+                       shown.text == kRewrite;
+            },
+            20000))
+            << log().toStdString();
+        std::optional<QRect> frame;
+        ASSERT_TRUE(waitUntil([&] { return (frame = desktop::bubbleFrame(ownPid)).has_value(); }));
+
+        const auto caret = desktop::blinkingCaret(*frame);
+        const QString shot = QStringLiteral(GLIMMO_SHOT_DIR "/e2e-%1-bubble.png").arg(name);
+        desktop::screenshot().save(shot);
+        std::cout << "screenshot of the bubble: " << shot.toStdString() << std::endl;
+        ASSERT_TRUE(caret) << "no caret blinks on the screen";
+        const int below = frame->top() - (caret->bottom() + 1);
+        EXPECT_TRUE(below >= 0 && below <= 16)
+            << "bubble " << frame->top() << ".." << frame->bottom() << ", caret " << caret->top()
+            << ".." << caret->bottom();
+        // The bubble starts 12 pixels left of the last character, which ends at the caret.
+        const int left = caret->left() - (frame->left() + 12);
+        EXPECT_TRUE(left >= -4 && left <= 24)
+            << "bubble x " << frame->left() << ", caret x " << caret->left();
+
+        // The test runs on the engine's thread: reading the application while it waits for the
+        // pasted text would hold up the answer. So the paste's round on the clipboard (the
+        // rewrite written, then the user's clipboard back) is waited for before looking.
+        bool written = false, putBack = false;
+        QClipboard* clipboard = QGuiApplication::clipboard();
+        QObject watching;
+        QObject::connect(clipboard, &QClipboard::dataChanged, &watching, [&] {
+            // Asking for the text would count as the paste's fetch: only the marker is looked at.
+            const QMimeData* data = clipboard->mimeData();
+            if (data && data->hasFormat("org.nspasteboard.TransientType")) written = true;
+            else if (written) putBack = true;
+        });
+        desktop::xdotool({"key", "Tab"});
+        ASSERT_TRUE(waitUntil([&] { return putBack; }, 8000)) << log().toStdString();
+        // Writer's focused paragraph is a new object once the text has changed.
+        auto value = [&] {
+            return desktop::string(platform.ax, desktop::focusedElement(platform.ax, pid, 500),
+                                   "AXValue");
+        };
+        EXPECT_TRUE(waitUntil([&] { return value() == kRewrite; }, 5000))
+            << "Tab did not apply the rewrite: " << value().toStdString();
+        EXPECT_TRUE(waitUntil([&] { return !engine.bubble->visible(); }, 3000));
+    }
+
+    const qint64 ownPid = QCoreApplication::applicationPid();
+    platform::Platform platform = desktop.platform(defaults, clock);
+    rules::AppRules rules{defaults};
+    engine::Glimmo engine{platform, rules};
+};
+
+// A fresh profile's first start asks nothing, and Writer completes no words while the test
+// types.
+const QByteArray kWriterSettings = R"(<?xml version="1.0" encoding="UTF-8"?>
+<oor:items xmlns:oor="http://openoffice.org/2001/registry" xmlns:xs="http://www.w3.org/2001/XMLSchema" xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance">
+<item oor:path="/org.openoffice.Office.Common/Misc"><prop oor:name="ShowTipOfTheDay" oor:op="fuse"><value>false</value></prop></item>
+<item oor:path="/org.openoffice.Office.Common/Misc"><prop oor:name="FirstRun" oor:op="fuse"><value>false</value></prop></item>
+<item oor:path="/org.openoffice.Office.Writer/AutoFunction/Completion"><prop oor:name="Enable" oor:op="fuse"><value>false</value></prop></item>
+</oor:items>
+)";
+
+// A first start that shows the page and nothing else, and reaches no other machine: a proxy
+// that answers nothing for everything but the loopback server.
+const QByteArray kFirefoxPrefs = R"(
+user_pref("browser.shell.checkDefaultBrowser", false);
+user_pref("browser.startup.homepage_override.mstone", "ignore");
+user_pref("startup.homepage_welcome_url", "");
+user_pref("browser.aboutwelcome.enabled", false);
+user_pref("datareporting.policy.dataSubmissionEnabled", false);
+user_pref("toolkit.telemetry.reportingpolicy.firstRun", false);
+user_pref("app.normandy.enabled", false);
+user_pref("app.update.disabledForTesting", true);
+user_pref("network.captive-portal-service.enabled", false);
+user_pref("network.connectivity-service.enabled", false);
+user_pref("network.trr.mode", 5);
+user_pref("network.proxy.type", 1);
+user_pref("network.proxy.http", "127.0.0.1");
+user_pref("network.proxy.http_port", 9);
+user_pref("network.proxy.share_proxy_settings", true);
+user_pref("network.proxy.no_proxies_on", "127.0.0.1");
+)";
+
+const QByteArray kPage =
+    "<!doctype html><html><head><meta charset=\"utf-8\"><title>Notes</title></head><body>"
+    "<h1>Notes</h1><textarea autofocus spellcheck=\"false\" aria-label=\"Note\" "
+    "style=\"width:700px;height:200px;font:16px sans-serif\"></textarea></body></html>";
+
+}  // namespace
+
+TEST_F(AppsOnDesktop, LibreOfficeWriter) {
+    ASSERT_TRUE(desktop.hasDisplay());
+    const QString soffice = findProgram({"soffice", "libreoffice"});
+    if (soffice.isEmpty()) {
+        ASSERT_NE(qEnvironmentVariable("CI"), "true") << "libreoffice-writer is not installed";
+        GTEST_SKIP() << "APP TEST SKIPPED: libreoffice-writer is not installed (./run tests)";
+    }
+    testsupport::setStandinScript(home, "answer " + kRewrite.toUtf8() + "\n");
+    home.write("libreoffice/user/registrymodifications.xcu", kWriterSettings);
+    engine.start();
+
+    App writer(soffice,
+               {"--writer", "--norestore", "--nologo", "--nolockcheck",
+                "-env:UserInstallation=file://" + home.path() + "/libreoffice"},
+               home, {"SAL_USE_VCLPLUGIN=gtk3"});
+    ASSERT_TRUE(writer.started());
+    // The office starts in seconds, and shows its document's text through the accessibility
+    // bus a little later.
+    const qint64 pid = textBoxInFront(60000);
+    ASSERT_NE(pid, 0) << log().toStdString();
+    writer.windowOwner(pid);
+    typeAndApply(pid, "writer");
+}
+
+TEST_F(AppsOnDesktop, FirefoxTextarea) {
+    ASSERT_TRUE(desktop.hasDisplay());
+    const QString firefox = findProgram({"firefox-esr", "firefox"});
+    if (firefox.isEmpty()) {
+        ASSERT_NE(qEnvironmentVariable("CI"), "true") << "firefox-esr is not installed";
+        GTEST_SKIP() << "APP TEST SKIPPED: firefox-esr is not installed (./run tests)";
+    }
+    testsupport::setStandinScript(home, "answer " + kRewrite.toUtf8() + "\n");
+    home.write("firefox/user.js", kFirefoxPrefs);
+    engine.start();
+
+    desktop::PageServer server(kPage);
+    App browser(firefox,
+                {"--no-remote", "--new-instance", "--profile", home.path() + "/firefox",
+                 "--width", "1000", "--height", "700",
+                 server.url(QStringLiteral("127.0.0.1"), QStringLiteral("/notes.html"))},
+                home);
+    ASSERT_TRUE(browser.started());
+    ASSERT_TRUE(waitUntil([&] { return engine.frontHost == QStringLiteral("127.0.0.1"); }, 60000))
+        << log().toStdString();
+    const qint64 pid = textBoxInFront(20000);
+    ASSERT_NE(pid, 0) << log().toStdString();
+    typeAndApply(pid, "firefox");
+}
