@@ -86,6 +86,10 @@ QString path(const AtRef& a) {
     return object->path ? QString::fromUtf8(object->path) : QString();
 }
 
+QString key(const AtRef& a) {
+    return busName(a) + QLatin1Char('|') + path(a);
+}
+
 std::optional<AtspiRole> role(const AtRef& a) {
     if (!a) return std::nullopt;
     auto r = guarded([&](GError** e) { return atspi_accessible_get_role(a.get(), e); });

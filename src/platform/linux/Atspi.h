@@ -26,6 +26,8 @@ struct States {
 // The accessible's connection name and object path: what makes two handles the same element.
 QString busName(const AtRef& a);
 QString path(const AtRef& a);
+// Names one element across calls and reference copies: its bus name and object path.
+QString key(const AtRef& a);
 
 std::optional<AtspiRole> role(const AtRef& a);
 std::optional<States> states(const AtRef& a);

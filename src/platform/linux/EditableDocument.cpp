@@ -12,12 +12,6 @@ constexpr int kMaxDepth = 40;
 // Long enough for the reads of one engine tick, short enough to see the next keystroke.
 constexpr int kKeepMs = 50;
 
-constexpr QChar kPlaceholder(0xFFFC);
-
-QString keyOf(const AtRef& e) {
-    return at::busName(e) + QLatin1Char('|') + at::path(e);
-}
-
 bool blockRole(AtspiRole role) {
     switch (role) {
         case ATSPI_ROLE_PARAGRAPH:
@@ -68,7 +62,7 @@ Block EditableDocument::blockOf(const AtRef& element, int depth, std::vector<AtR
     if (!element || depth >= kMaxDepth) return block;
     // Only the children that have a placeholder in the text take part (see FlatText).
     const int count = std::min<int>(at::childCount(element).value_or(0),
-                                    int(block.text.count(kPlaceholder)));
+                                    int(block.text.count(kEmbeddedObject)));
     for (int i = 0; i < count && ++visited_ <= kMaxBlocks; ++i) {
         const AtRef child = at::child(element, i);
         Block b = blockOf(child, depth + 1, refs, texts);
@@ -84,7 +78,7 @@ Block EditableDocument::blockOf(const AtRef& element, int depth, std::vector<AtR
 }
 
 const EditableDocument::Read* EditableDocument::read(const AtRef& document, OffsetUnit) {
-    const QString key = keyOf(document);
+    const QString key = at::key(document);
     if (read_ && read_->key == key && read_->age.elapsed() < kKeepMs) return &*read_;
     if (!at::text(document)) {
         read_.reset();

@@ -13,14 +13,10 @@ constexpr int kTextKeepMs = 50;
 // Entries of elements no longer asked about are dropped when the map grows past this.
 constexpr size_t kMaxEntries = 512;
 
-QString keyOf(const AtRef& e) {
-    return at::busName(e) + QLatin1Char('|') + at::path(e);
-}
-
 }  // namespace
 
 ElementCache::Entry& ElementCache::entry(const AtRef& e) {
-    const QString key = keyOf(e);
+    const QString key = at::key(e);
     auto it = entries_.find(key);
     if (it != entries_.end() && it->second.age.elapsed() < kElementKeepMs) return it->second;
     if (entries_.size() >= sweepAt_) {
@@ -79,7 +75,7 @@ bool ElementCache::hasText(const AtRef& e) {
 }
 
 std::optional<QString> ElementCache::text(const AtRef& e) {
-    const QString key = keyOf(e);
+    const QString key = at::key(e);
     if (text_.text && text_.key == key && text_.age.elapsed() < kTextKeepMs) return text_.text;
     text_.key = key;
     text_.text = at::text(e);

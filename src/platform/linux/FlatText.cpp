@@ -6,8 +6,6 @@ namespace linuxdesk {
 
 namespace {
 
-constexpr QChar kPlaceholder(0xFFFC);
-
 bool isBreak(QChar c) {
     return c == u'\n' || c == u'\r' || c == QChar(0x2029) || c == QChar(0x2028);
 }
@@ -35,7 +33,7 @@ void FlatText::join(const Block& block, int parent, qint64 slot) {
     };
     for (qint64 i = 0; i < block.text.size(); ++i) {
         // Placeholders beyond the children read stay in the text as they are.
-        if (block.text[i] != kPlaceholder || next >= block.children.size()) continue;
+        if (block.text[i] != kEmbeddedObject || next >= block.children.size()) continue;
         run(i);
         const Block& child = block.children[next++];
         children_[size_t(id)].emplace_back(i, int(parents_.size()));

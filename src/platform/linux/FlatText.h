@@ -12,6 +12,9 @@
 
 namespace linuxdesk {
 
+// What a block's text holds in the place of each block it nests.
+inline constexpr QChar kEmbeddedObject(0xFFFC);
+
 // One element of the editor as read from it.
 struct Block {
     QString text;          // its own text, a placeholder where each child sits

@@ -109,7 +109,7 @@ WindowMapping::~WindowMapping() {
 }
 
 ReportedToScreen WindowMapping::of(const AtRef& element) {
-    const QString key = at::busName(element) + QLatin1Char('|') + at::path(element);
+    const QString key = at::key(element);
     if (auto it = known_.find(key); it != known_.end() && it->second.age.elapsed() < kKeepMs)
         return it->second.map;
     if (known_.size() > 64) known_.clear();
