@@ -80,11 +80,11 @@ void Glimmo::askRewrite(const QString& text, qint64 caret, const Element& el, co
         const auto caretBounds = ax::bounds(self->p_.ax, el, caret);
         if (!caretBounds) return;
         self->streaming = true;
+        self->syncKeys();
         self->bubble->show(partial + QStringLiteral(" …"), overlay::defaultHint, *caretBounds,
                            [self] {
                                if (self) self->apply();
                            });
-        self->syncKeys();
     };
     auto onDone = [self, text, caret, el, range, paragraph](const QString& answer) {
         if (!self) return;
@@ -96,9 +96,12 @@ void Glimmo::askRewrite(const QString& text, qint64 caret, const Element& el, co
         self->cache.insert(paragraph, value);
         if (value != kNoChange && self->stillCurrent(text, caret, el)) {
             self->showSuggestion(Target{el, range, paragraph, value}, caret);
-            if (tabPressed) self->apply();
-            return;
+            if (self->shown) {
+                if (tabPressed) self->apply();
+                return;
+            }
         }
+        // Nothing shown after all: the streamed text must not stay up without its keys.
         self->hideBubble();
     };
     claude.ask(QStringLiteral("<text>\n") + paragraph + QStringLiteral("\n</text>"), onPartial,
@@ -115,11 +118,12 @@ void Glimmo::showSuggestion(const Target& target, qint64 caret) {
     const auto caretBounds = ax::bounds(p_.ax, target.el, caret);
     if (!caretBounds) return;
     shown = target;
+    // The keys are taken before the bubble shows: a Tab pressed on sight must be ours.
+    syncKeys();
     QPointer<Glimmo> self(this);
     bubble->show(target.suggestion, overlay::defaultHint, *caretBounds, [self] {
         if (self) self->apply();
     });
-    syncKeys();
 }
 
 }  // namespace engine

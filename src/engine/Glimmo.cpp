@@ -53,12 +53,15 @@ void Glimmo::hideBubble() {
 }
 
 void Glimmo::clearShown() {
+    // A key pressed while something was shown is about what was shown.
+    if (shown || replies) p_.keyTap.deliverPending();
     shown.reset();
     replies.reset();
     hideBubble();
 }
 
 void Glimmo::cancel() {
+    if (streaming || draftingReplies) p_.keyTap.deliverPending();
     if (claude.requestInFlight()) why(QStringLiteral("cancelled request"));
     claude.cancel();
     if (streaming || draftingReplies) hideBubble();
@@ -83,6 +86,9 @@ void Glimmo::syncKeys() {
 }
 
 void Glimmo::tick() {
+    // Keys first: while one waits for the engine, the keyboard is held for it, and some
+    // toolkits (GTK 4) then report their text box as unfocused.
+    p_.keyTap.deliverPending();
     const bool enabled = p_.defaults.boolValue(QStringLiteral("enabled")).value_or(true);
     if (!enabled || !p_.ax.trusted()) {
         why(QStringLiteral("off or no access"));

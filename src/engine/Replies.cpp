@@ -81,12 +81,12 @@ void Glimmo::draftReplies(const platform::RunningApp& app, const Element& appEl,
     draftingReplies = true;
     draftingKey = key;
     claude.pendingText = text;
+    syncKeys();
     QPointer<Glimmo> self(this);
     bubble->show(QStringLiteral("Drafting 3 replies…"), QStringLiteral("keep typing to skip"),
                  *caret, [self] {
                      if (self) self->apply();
                  });
-    syncKeys();
 
     QString body = QStringLiteral("<reply>\n<where>") + where +
                    QStringLiteral("</where>\n<conversation>\n") + context->conversation +
@@ -141,12 +141,12 @@ void Glimmo::keepReplies(const Element& el, Range selection) {
 }
 
 void Glimmo::showReplyList() {
+    syncKeys();
     QPointer<Glimmo> self(this);
     bubble->showReplies(replies->options, replies->index, replies->more, replies->caret,
                         [self](int row) {
                             if (self) self->insertReply(row);
                         });
-    syncKeys();
 }
 
 void Glimmo::insertReply(int index) {

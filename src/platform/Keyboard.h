@@ -21,6 +21,8 @@ public:
     // False when the desktop refuses the tap; the engine tries again later.
     virtual bool install(Handler handler) = 0;
     virtual void setWanted(bool wanted) = 0;
+    // Hands the handler, now, any key pressed while wanted that it has not seen yet.
+    virtual void deliverPending() {}
     // Asks the user for whatever permission the tap lacks.
     virtual void requestAccess() {}
 };

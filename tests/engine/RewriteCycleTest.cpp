@@ -82,6 +82,23 @@ TEST_F(EngineTest, TabWhileStreamingAppliesOnCompletion) {
     EXPECT_FALSE(engine->shown);
 }
 
+// While the keyboard is held for the engine, GTK 4 reports its text box unfocused: a Tab
+// waiting then is still the suggestion's, not the box's.
+TEST_F(EngineTest, TabWaitingWhileTheBoxSeemsUnfocusedApplies) {
+    script("answer " + kRewrite.toUtf8() + "\n");
+    desk.openField("com.apple.TextEdit", kTyped);
+    tick();
+    after(0.31);
+    ASSERT_TRUE(waitFor([&] { return engine->shown.has_value(); }));
+    desk.keyTap().pressPending(key::Tab);
+    desk.frontApp()->focus(nullptr);
+    desk.keyboard().clearPosted();
+    tick();
+    ASSERT_EQ(desk.keyboard().posted().size(), 1u) << "the Tab reached the box";
+    EXPECT_EQ(desk.keyboard().posted()[0], (fake::Keyboard::Press{key::V, flag::Command}));
+    EXPECT_FALSE(engine->bubble->visible());
+}
+
 TEST_F(EngineTest, AnswerAfterMoreTypingIsCachedButNotShown) {
     script("init\nsleep 0.3\nanswer " + kRewrite.toUtf8() + "\n");
     auto field = desk.openField("com.apple.TextEdit", kTyped);

@@ -17,6 +17,9 @@ public:
 
     // The user presses a key; true when the handler consumed it.
     bool press(int code, quint64 flags = 0);
+    // A key pressed while the engine is busy: it waits, as a grabbed key does, until the
+    // engine takes pending keys, then goes as press() does.
+    void pressPending(int code, quint64 flags = 0) { pending_.push_back({code, flags}); }
 
     // install answers false while refusing (the desktop denies the tap).
     void setRefusing(bool refusing) { refusing_ = refusing; }
@@ -31,6 +34,7 @@ public:
     bool install(Handler handler) override;
     void setWanted(bool wanted) override { wanted_ = wanted; }
     void requestAccess() override { ++accessRequests_; }
+    void deliverPending() override;
 
 private:
     Keyboard& keyboard_;
@@ -40,6 +44,7 @@ private:
     int installs_ = 0;
     int accessRequests_ = 0;
     std::vector<Keyboard::Press> pressed_;
+    std::vector<Keyboard::Press> pending_;
 };
 
 }  // namespace fake

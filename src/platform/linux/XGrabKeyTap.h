@@ -35,6 +35,7 @@ public:
 
     bool install(Handler handler) override;
     void setWanted(bool wanted) override;
+    void deliverPending() override { readEvents(); }
     bool wanted() const { return grabbed_; }
 
 private:
