@@ -50,6 +50,10 @@ public:
 
     // Identity of two handles; false when either is null.
     virtual bool same(const Element& a, const Element& b) = 0;
+
+    // Running applications found without a readable tree that show one only when started
+    // again, by their own names, each once; empty when none is known.
+    virtual std::vector<QString> restartNeeded() = 0;
 };
 
 }  // namespace platform

@@ -31,22 +31,28 @@ inline bool makeCertificate(const QString& dir, const QString& host) {
 
 // Chromium with its accessibility tree on, a fresh profile and nothing that reaches the network.
 // extra: further switches (a host mapping, an application window, a window class); url may be
-// empty when one of them names the page.
+// empty when one of them names the page. pages false: started as a user would, without the
+// switch that shows its pages to assistive technology.
 class Chromium {
 public:
     Chromium(const QString& program, const QString& profile, const QString& url,
-             const QStringList& extra = {}) {
+             const QStringList& extra = {}, bool pages = true) {
         process_.setStandardOutputFile(QProcess::nullDevice());
         process_.setStandardErrorFile(profile + QStringLiteral(".log"));
         // Root has no sandbox to enter; the page is local and trusted.
-        process_.start(
-            program,
-            QStringList{"--no-sandbox", "--force-renderer-accessibility",
-                        "--user-data-dir=" + profile, "--disable-background-networking",
-                        "--disable-component-update", "--disable-sync", "--no-first-run",
-                        "--no-default-browser-check", "--disable-gpu", "--password-store=basic",
-                        "--disable-features=Translate", "--window-size=1000,700"} +
-                extra + (url.isEmpty() ? QStringList() : QStringList{url}));
+        QStringList args{"--no-sandbox",
+                         "--user-data-dir=" + profile,
+                         "--disable-background-networking",
+                         "--disable-component-update",
+                         "--disable-sync",
+                         "--no-first-run",
+                         "--no-default-browser-check",
+                         "--disable-gpu",
+                         "--password-store=basic",
+                         "--disable-features=Translate",
+                         "--window-size=1000,700"};
+        if (pages) args << "--force-renderer-accessibility";
+        process_.start(program, args + extra + (url.isEmpty() ? QStringList() : QStringList{url}));
     }
     ~Chromium() {
         process_.terminate();

@@ -1,7 +1,7 @@
 // A real browser on the virtual desktop: the engine reads the page's host from Chromium's
 // accessibility tree, obeys a site switched off in the settings store, and applies a rewrite
-// inside a page's textarea. The page comes from a server in this process, reached under two host
-// names (127.0.0.1 and localhost).
+// inside a page's textarea; a Chromium started without its pages is named for a restart. The page
+// comes from a server in this process, reached under two host names (127.0.0.1 and localhost).
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -109,4 +109,37 @@ TEST_F(BrowserOnDesktop, SiteSwitchesFollowThePageHostAndRewritesLandInThePage) 
     EXPECT_TRUE(
         waitUntil([&] { return desktop::string(platform.ax, box, "AXValue") == rewrite; }, 5000))
         << desktop::string(platform.ax, box, "AXValue").toStdString();
+}
+
+TEST_F(BrowserOnDesktop, ChromiumWithoutItsPagesIsNamedForARestartUntilItQuits) {
+    ASSERT_TRUE(desktop.hasDisplay());
+    const QString program = chromiumProgram();
+    if (program.isEmpty()) {
+        if (qEnvironmentVariable("CI") == QLatin1String("true"))
+            FAIL() << "Chromium is not installed (./run installs the chromium package)";
+        GTEST_SKIP() << "BROWSER TEST SKIPPED: Chromium is not installed (./run installs the "
+                        "chromium package)";
+    }
+    platform::JsonDefaults defaults(platform::JsonDefaults::standardPath());
+    platform::Platform platform = desktop.platform(defaults, clock);
+    rules::AppRules rules(defaults);
+    engine::Glimmo engine(platform, rules);
+    engine.start();
+    {
+        desktop::PageServer server(kPage);
+        Chromium chromium(program, home.path() + QStringLiteral("/chromium"),
+                          server.url(QStringLiteral("127.0.0.1"), QStringLiteral("/notes.html")),
+                          {}, false);
+        ASSERT_TRUE(chromium.started());
+        ASSERT_TRUE(waitUntil([&] { return !platform.ax.restartNeeded().empty(); }, 40000))
+            << log().toStdString();
+        EXPECT_EQ(platform.ax.restartNeeded(), std::vector<QString>{QStringLiteral("Chromium")});
+        EXPECT_TRUE(log().contains(
+            QStringLiteral("no accessibility tree from Chromium (process %1); Chromium and "
+                           "Electron applications show it when started with "
+                           "--force-renderer-accessibility")
+                .arg(chromium.pid())))
+            << log().toStdString();
+    }
+    EXPECT_TRUE(platform.ax.restartNeeded().empty());
 }

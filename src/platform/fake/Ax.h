@@ -29,6 +29,7 @@ public:
     Ax(Workspace& workspace, Clock& clock) : workspace_(workspace), clock_(clock) {}
 
     void setTrusted(bool trusted) { trusted_ = trusted; }
+    void setRestartNeeded(std::vector<QString> names) { restartNeeded_ = std::move(names); }
     int trustRequests() const { return trustRequests_; }
 
     const std::vector<Write>& writes() const { return writes_; }
@@ -54,6 +55,7 @@ public:
     bool setAttribute(const platform::Element& element, const QString& name,
                       const platform::Value& value) override;
     bool same(const platform::Element& a, const platform::Element& b) override;
+    std::vector<QString> restartNeeded() override { return restartNeeded_; }
 
 private:
     Workspace& workspace_;
@@ -63,6 +65,7 @@ private:
     qint64 reads_ = 0;
     std::vector<Write> writes_;
     std::vector<Query> queries_;
+    std::vector<QString> restartNeeded_;
 };
 
 }  // namespace fake

@@ -1,7 +1,11 @@
 #include "platform/linux/AtspiAx.h"
 
+#include <signal.h>
+
 #include <QList>
+
 #include <algorithm>
+#include <cerrno>
 #include <vector>
 
 #include "main/Log.h"
@@ -142,19 +146,39 @@ AtRef AtspiAx::focusedWindow(const AtRef& application) {
 
 void AtspiAx::noteEmptyTree(const AtRef& application) {
     const auto pid = pidOf(application);
-    if (!pid || reportedNoTree_.count(*pid)) return;
-    // Chromium and Electron register bare windows (no child, or one that cannot be fetched)
-    // unless started with the flag: turning accessibility on, a screen reader's status or
-    // listening to their events later changes nothing in a running one.
+    // Its process may have been missed once already, while it was still registering.
+    if (!pid || bare_.count(*pid)) return;
+    // Chromium and Electron show their pages only when started with the flag. Without it they
+    // register bare windows (no child, or one that cannot be fetched), or nothing at all when
+    // started before accessibility was on. Nothing later reaches a running one: "IsEnabled" or
+    // "ScreenReaderEnabled" switched on, its events listened to, its tree walked.
     if (at::toolkit(application).value_or(QString()) != QLatin1String("Chromium")) return;
     const AtRef window = at::child(application, 0);
     if (!window || (at::childCount(window).value_or(0) > 0 && at::child(window, 0))) return;
-    reportedNoTree_.insert(*pid);
+    const QString name = at::name(application).value_or(QString());
+    bare_[*pid] = name;
     glimmo::log(QStringLiteral("no accessibility tree from %1 (process %2); Chromium and Electron "
                                "applications show it when started with "
                                "--force-renderer-accessibility")
-                    .arg(at::name(application).value_or(QStringLiteral("an application")))
+                    .arg(name.isEmpty() ? QStringLiteral("an application") : name)
                     .arg(*pid));
+}
+
+std::vector<QString> AtspiAx::restartNeeded() {
+    std::vector<QString> names;
+    for (auto it = bare_.begin(); it != bare_.end();) {
+        // Restarted or quit: the process is gone, and with it the need.
+        if (::kill(pid_t(it->first), 0) != 0 && errno == ESRCH) {
+            reportedNoTree_.erase(it->first);
+            it = bare_.erase(it);
+            continue;
+        }
+        if (!it->second.isEmpty() &&
+            std::find(names.begin(), names.end(), it->second) == names.end())
+            names.push_back(it->second);
+        ++it;
+    }
+    return names;
 }
 
 std::optional<platform::Value> AtspiAx::attribute(const platform::Element& element,

@@ -34,6 +34,7 @@ public:
     bool setAttribute(const platform::Element& element, const QString& name,
                       const platform::Value& value) override;
     bool same(const platform::Element& a, const platform::Element& b) override;
+    std::vector<QString> restartNeeded() override;
 
     // Connects to the accessibility bus and starts hearing focus events; true once done.
     // Called by trusted(); exposed so tests and the desktop can start it early.
@@ -81,6 +82,8 @@ private:
     std::map<QString, qint64> pidByBus_;
     std::map<QString, OffsetUnit> unitByBus_;
     std::set<qint64> reportedNoTree_;
+    // Chromium and Electron processes seen with bare windows, with their names (maybe empty).
+    std::map<qint64, QString> bare_;
 };
 
 }  // namespace linuxdesk

@@ -35,6 +35,10 @@ bool RoutedAx::same(const platform::Element& a, const platform::Element& b) {
     return ax_.same(a, b);
 }
 
+std::vector<QString> RoutedAx::restartNeeded() {
+    return ax_.restartNeeded();
+}
+
 std::optional<platform::Value> RoutedAx::attribute(const platform::Element& element,
                                                    const QString& name) {
     if (!native(element)) return ax_.attribute(element, name);

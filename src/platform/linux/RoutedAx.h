@@ -35,6 +35,7 @@ public:
     bool setAttribute(const platform::Element& element, const QString& name,
                       const platform::Value& value) override;
     bool same(const platform::Element& a, const platform::Element& b) override;
+    std::vector<QString> restartNeeded() override;
 
 private:
     bool native(const platform::Element& element) const;
