@@ -69,6 +69,8 @@ void Setup::refresh() {
         setAccess(true);
         onProgress();
     }
+    const std::vector<QString> restart = d_.ax.restartNeeded();
+    setRestartApps(QStringList(restart.begin(), restart.end()));
     setHasClaude(claude::claudePath().has_value());
     if (hasClaude_ && !claudeOK_ && !checking_ && !installing_ && !signingIn_ &&
         (!lastCheck_ || d_.clock.now() - *lastCheck_ > kCheckSpacing))

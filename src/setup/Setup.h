@@ -9,6 +9,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -38,6 +39,7 @@ class Setup : public QObject, public std::enable_shared_from_this<Setup> {
     Q_PROPERTY(bool signingIn READ signingIn WRITE setSigningIn NOTIFY changed)
     Q_PROPERTY(bool accessOpened READ accessOpened WRITE setAccessOpened NOTIFY changed)
     Q_PROPERTY(QString code READ code WRITE setCode NOTIFY changed)
+    Q_PROPERTY(QStringList restartApps READ restartApps WRITE setRestartApps NOTIFY changed)
     Q_PROPERTY(bool allDone READ allDone NOTIFY changed)
 
 public:
@@ -70,6 +72,8 @@ public:
     bool accessOpened() const { return accessOpened_; }
     const std::optional<QString>& loginURL() const { return loginURL_; }
     const QString& code() const { return code_; }
+    // Running applications Glimmo cannot read until they are started again.
+    const QStringList& restartApps() const { return restartApps_; }
     bool allDone() const { return aboutDone_ && access_ && claudeOK_; }
 
     void setName(const QString& v) { assign(name_, v); }
@@ -87,6 +91,7 @@ public:
     void setAccessOpened(bool v) { assign(accessOpened_, v); }
     void setLoginURL(const std::optional<QString>& v) { assign(loginURL_, v); }
     void setCode(const QString& v) { assign(code_, v); }
+    void setRestartApps(const QStringList& v) { assign(restartApps_, v); }
 
     // Called after the profile was saved, and when step 2 or 3 becomes complete.
     std::function<void()> onSaved = [] {};
@@ -147,6 +152,7 @@ private:
     bool accessOpened_ = false;
     std::optional<QString> loginURL_;
     QString code_;
+    QStringList restartApps_;
 
     // The running sign-in process (its standard input is loginIn); not owned by this object,
     // since it outlives a closed window until it ends or times out.

@@ -48,20 +48,24 @@ SetupStep::SetupStep(int n, const QString& title, QWidget* content, QWidget* par
       n_(n),
       badge_(new Badge(*this)),
       title_(new QLabel(title)),
-      content_(content) {
+      content_(content),
+      column_(new QVBoxLayout) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 12, 0, 12);
     row->setSpacing(14);
     row->addWidget(badge_, 0, Qt::AlignTop);
-    auto* column = new QVBoxLayout;
-    column->setSpacing(10);
+    column_->setSpacing(10);
     title_->setFont(look::font(15, QFont::DemiBold));
     // The title's line box is a little taller than the badge; centre the first line on it.
     title_->setMinimumHeight(24);
-    column->addWidget(title_);
-    column->addWidget(content_);
-    row->addLayout(column, 1);
+    column_->addWidget(title_);
+    column_->addWidget(content_);
+    row->addLayout(column_, 1);
     set(false, false);
+}
+
+void SetupStep::addNote(QWidget* note) {
+    column_->addWidget(note);
 }
 
 void SetupStep::set(bool done, bool active) {

@@ -5,6 +5,7 @@
 #include <QWidget>
 
 class QLabel;
+class QVBoxLayout;
 
 namespace setup {
 
@@ -15,6 +16,8 @@ public:
     SetupStep(int n, const QString& title, QWidget* content, QWidget* parent = nullptr);
 
     void set(bool done, bool active);
+    // A line under the content, shown or hidden by the owner whatever the step's state.
+    void addNote(QWidget* note);
     bool done() const { return done_; }
     bool active() const { return active_; }
 
@@ -27,6 +30,7 @@ private:
     Badge* badge_;
     QLabel* title_;
     QWidget* content_;
+    QVBoxLayout* column_;
 };
 
 }  // namespace setup

@@ -11,6 +11,7 @@
 
 #include "overlay/Style.h"
 #include "setup/AppIcon.h"
+#include "setup/RestartHint.h"
 #include "setup/SetupLook.h"
 #include "setup/SetupStep.h"
 #include "setup/Spinner.h"
@@ -47,6 +48,14 @@ QLineEdit* field(const QString& placeholder, int maxWidth) {
     return f;
 }
 
+// The launch flag stays on one line: broken at a hyphen it would read as two words.
+QString flagWhole(QString text) {
+    static const QString flag = QStringLiteral("--force-renderer-accessibility");
+    QString whole = flag;
+    whole.replace(QLatin1Char('-'), QStringLiteral("-\u2060"));  // a word joiner after each
+    return text.replace(flag, whole);
+}
+
 // Keeps a field showing the model's text without disturbing the caret while the user types.
 void showText(QLineEdit* f, const QString& text) {
     if (f->text() != text) f->setText(text);
@@ -64,6 +73,9 @@ SetupView::SetupView(std::shared_ptr<Setup> model, SetupActions actions, QWidget
     main->addWidget(look::divider());
     steps_[0] = new SetupStep(1, QStringLiteral("About you"), aboutContent());
     steps_[1] = new SetupStep(2, QStringLiteral("Allow Accessibility"), accessContent());
+    // Once accessibility is on, the applications found unreadable since are named here.
+    restartNote_ = look::secondaryLabel(QString());
+    steps_[1]->addNote(restartNote_);
     steps_[2] = new SetupStep(3, QStringLiteral("Connect Claude"), claudeContent());
     for (SetupStep* step : steps_) main->addWidget(step);
     main->addWidget(look::divider());
@@ -127,6 +139,8 @@ QWidget* SetupView::accessContent() {
     auto* c = column(box, 10);
     accessText_ = look::secondaryLabel(QString());
     c->addWidget(accessText_);
+    restartHint_ = look::secondaryLabel(QString(), look::smallSize);
+    c->addWidget(restartHint_);
     accessButton_ = look::button(QString(), true);
     connect(accessButton_, &QPushButton::clicked, s_.get(), &Setup::openAccessibility);
     auto* buttons = row(8);
@@ -278,6 +292,10 @@ void SetupView::sync() {
                              "already open may need a restart.")
             : QStringLiteral("This is how Glimmo reads the text box you're typing in. It switches "
                              "on your desktop's accessibility support."));
+    const QString restart = flagWhole(restartHint(s.restartApps()));
+    restartHint_->setText(restart);
+    restartNote_->setText(restart);
+    restartNote_->setVisible(s.access() && !s.restartApps().isEmpty());
     accessButton_->setText(s.accessOpened() ? QStringLiteral("Turn on accessibility again")
                                             : QStringLiteral("Turn on accessibility"));
 

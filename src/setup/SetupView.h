@@ -65,6 +65,8 @@ private:
     QPushButton* save_ = nullptr;
 
     QLabel* accessText_ = nullptr;
+    QLabel* restartHint_ = nullptr;
+    QLabel* restartNote_ = nullptr;
     QPushButton* accessButton_ = nullptr;
 
     QWidget* preparing_ = nullptr;

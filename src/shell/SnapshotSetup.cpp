@@ -74,6 +74,13 @@ int runSnapshotSetup(const QString& folder) {
         s.setAccess(false);
         s.setHasClaude(false);
     });
+    state("2b-access-asked", [](setup::Setup& s) {
+        s.setName(QStringLiteral("Alex"));
+        s.setAboutDone(true);
+        s.setAccess(false);
+        s.setAccessOpened(true);
+        s.setHasClaude(false);
+    });
     state("3-install", [](setup::Setup& s) {
         s.setAboutDone(true);
         s.setAccess(true);
@@ -91,6 +98,12 @@ int runSnapshotSetup(const QString& folder) {
         s.setAboutDone(true);
         s.setAccess(true);
         s.setHasClaude(false);
+    });
+    state("4c-restart", [](setup::Setup& s) {
+        s.setAboutDone(true);
+        s.setAccess(true);
+        s.setHasClaude(false);
+        s.setRestartApps({QStringLiteral("Slack"), QStringLiteral("Google Chrome")});
     });
     state("5-done", [](setup::Setup& s) {
         s.setAboutDone(true);

@@ -3,6 +3,7 @@
 
 #include "SetupFixture.h"
 #include "platform/fake/TextField.h"
+#include "setup/RestartHint.h"
 #include "setup/TryIt.h"
 
 namespace {
@@ -170,6 +171,27 @@ TEST_F(SetupFixture, SaveStoresTrimmedProfileAndOpensStepTwo) {
     QThread::msleep(500);
     QCoreApplication::processEvents();
     EXPECT_EQ(workspace.accessibilitySettingsOpened(), 1);
+}
+
+TEST_F(SetupFixture, StepTwoNamesTheApplicationsToStartAgain) {
+    auto s = make();
+    s->refresh();
+    EXPECT_EQ(setup::restartHint(s->restartApps()),
+              "Chrome, Chromium and Electron apps can be read only when started with "
+              "--force-renderer-accessibility. Restart the ones already open with it.");
+    ax.setRestartNeeded({"Slack"});
+    s->refresh();
+    EXPECT_EQ(setup::restartHint(s->restartApps()),
+              "Glimmo can't read Slack yet: restart it with --force-renderer-accessibility.");
+    ax.setRestartNeeded({"Slack", "Discord", "Google Chrome"});
+    s->refresh();
+    EXPECT_EQ(setup::restartHint(s->restartApps()),
+              "Glimmo can't read Slack, Discord or Google Chrome yet: restart them with "
+              "--force-renderer-accessibility.");
+    // Started again, so readable: nothing is named any more.
+    ax.setRestartNeeded({});
+    s->refresh();
+    EXPECT_TRUE(s->restartApps().isEmpty());
 }
 
 TEST_F(SetupFixture, TryItWritesTheSampleAndPlacesTheCaretInTheEditor) {
