@@ -49,8 +49,11 @@ session_a11y() {
     done
     [ -n "$launcher" ] || cannot_start "at-spi-bus-launcher (at-spi2-core) is not installed"
 
-    # Toolkits look for the accessibility bus on their own once it is enabled; these only help
-    # the ones that also want to be told (Qt, Chromium and Electron).
+    # GTK 3 registers whenever the accessibility bus answers (unless NO_AT_BRIDGE=1); Qt
+    # follows the bus's "IsEnabled" unless told to stay on. Chromium and Electron look at that
+    # switch only at launch; ACCESSIBILITY_ENABLED=1 makes them register even when started
+    # before it. Their pages need --force-renderer-accessibility besides, which the browser
+    # tests pass themselves.
     export NO_AT_BRIDGE=0
     export QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1
     export ACCESSIBILITY_ENABLED=1

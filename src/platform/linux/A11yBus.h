@@ -10,10 +10,12 @@ class A11yBus {
 public:
     // Asked on every poll, so the answer is kept for a moment rather than asked every time.
     bool enabled();
-    // Switches "IsEnabled" on. GTK and Qt start their bridges when they see it change.
-    // "ScreenReaderEnabled" is left alone: on GNOME it starts the Orca screen reader, and
-    // Chromium and Electron want a launch flag (--force-renderer-accessibility) or
-    // ACCESSIBILITY_ENABLED=1 in their environment rather than this switch.
+    // Switches "IsEnabled" on; the bus launcher keeps it in the desktop's toolkit-accessibility
+    // setting and announces the change. Qt starts its bridge on that announcement; GTK 3
+    // registers whenever the bus answers, switch or not. Chromium and Electron look at it only
+    // at launch (ACCESSIBILITY_ENABLED=1 in their environment does the same), and then show
+    // bare windows: their pages need --force-renderer-accessibility. "ScreenReaderEnabled" is
+    // left alone: on GNOME it starts the Orca screen reader, and it gives them no pages either.
     void enable();
 
 private:
