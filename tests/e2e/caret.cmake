@@ -1,4 +1,4 @@
-# The bubble at the caret in LibreOffice Writer and Firefox, measured on the screen; the
+# The bubble at the caret in LibreOffice Writer, Firefox and GNOME Text Editor, measured on the screen; the
 # screenshots of the bubble are left in the build folder.
 add_executable(test_e2e_caret ${CMAKE_CURRENT_LIST_DIR}/caret_test.cpp)
 target_link_libraries(test_e2e_caret PRIVATE
@@ -6,6 +6,7 @@ target_link_libraries(test_e2e_caret PRIVATE
 target_compile_definitions(test_e2e_caret PRIVATE GLIMMO_SHOT_DIR="${CMAKE_BINARY_DIR}")
 glimmo_desktop_test(e2e_writer test_e2e_caret --gtest_filter=*.LibreOfficeWriter)
 glimmo_desktop_test(e2e_firefox test_e2e_caret --gtest_filter=*.FirefoxTextarea)
+glimmo_desktop_test(e2e_gtk4 test_e2e_caret --gtest_filter=*.GnomeTextEditor)
 # A machine without the application reports its test as skipped, never as passed.
-set_tests_properties(e2e_writer e2e_firefox PROPERTIES TIMEOUT 150
+set_tests_properties(e2e_writer e2e_firefox e2e_gtk4 PROPERTIES TIMEOUT 150
   SKIP_REGULAR_EXPRESSION "APP TEST SKIPPED")

@@ -1,5 +1,6 @@
-// The bubble where people write: LibreOffice Writer and Firefox on the virtual desktop, each in
-// the temporary home. A paragraph typed as a user types it, the bubble's window checked against
+// The bubble where people write: LibreOffice Writer, Firefox and GNOME Text Editor (GTK 4, which
+// reports text positions only relative to its window) on the virtual desktop, each in the
+// temporary home. A paragraph typed as a user types it, the bubble's window checked against
 // the typed line as the screen shows it (a difference of screenshots, not anything the
 // application reports), and Tab applying the rewrite.
 #include <gtest/gtest.h>
@@ -25,7 +26,7 @@ using testsupport::waitUntil;
 
 namespace {
 
-// One line in both applications, spelled right (no squiggles), no word long enough to be
+// One line in every application, spelled right (no squiggles), no word long enough to be
 // completed by Writer.
 const QString kTyped = QStringLiteral("the parcel should arrive at the front desk before noon");
 const QString kRewrite = QStringLiteral("The parcel should reach the front desk before noon.");
@@ -227,4 +228,21 @@ TEST_F(AppsOnDesktop, FirefoxTextarea) {
     const qint64 pid = textBoxInFront(20000);
     ASSERT_NE(pid, 0) << log().toStdString();
     typeAndApply(pid, "firefox");
+}
+
+TEST_F(AppsOnDesktop, GnomeTextEditor) {
+    ASSERT_TRUE(desktop.hasDisplay());
+    const QString program = findProgram({"gnome-text-editor"});
+    if (program.isEmpty()) {
+        ASSERT_NE(qEnvironmentVariable("CI"), "true") << "gnome-text-editor is not installed";
+        GTEST_SKIP() << "APP TEST SKIPPED: gnome-text-editor is not installed (./run tests)";
+    }
+    testsupport::setStandinScript(home, "answer " + kRewrite.toUtf8() + "\n");
+    engine.start();
+
+    App editor(program, {"--standalone"}, home, {"GDK_BACKEND=x11", "GSETTINGS_BACKEND=memory"});
+    ASSERT_TRUE(editor.started());
+    const qint64 pid = textBoxInFront(30000);
+    ASSERT_NE(pid, 0) << log().toStdString();
+    typeAndApply(pid, "gtk4");
 }
