@@ -32,14 +32,10 @@ public:
     // The focused element when it is a text box.
     std::shared_ptr<TextField> focusedField() const;
 
-    // An application that exposes no accessibility tree: Ax::application gives null.
-    void setExposed(bool exposed) { exposed_ = exposed; }
-    bool exposed() const { return exposed_; }
 
 private:
     platform::RunningApp info_;
     NodePtr element_;
-    bool exposed_ = true;
 };
 
 }  // namespace fake

@@ -46,7 +46,7 @@ void Ax::clearRecords() {
 
 platform::Element Ax::application(qint64 pid) {
     auto* app = workspace_.app(pid);
-    if (!app || !app->exposed() || !trusted_) return nullptr;
+    if (!app || !trusted_) return nullptr;
     return app->element()->handle();
 }
 

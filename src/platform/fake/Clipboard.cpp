@@ -33,14 +33,12 @@ void Clipboard::restore(const platform::ClipContents& contents) {
 }
 
 void Clipboard::writeTransientText(const QString& text) {
-    writes_.push_back({text, true});
     items_ = {platform::ClipItem{{{textType, text.toUtf8()},
                                   {secretHintType, QByteArrayLiteral("secret")},
                                   {transientType, QByteArray()}}}};
 }
 
 void Clipboard::writeText(const QString& text) {
-    writes_.push_back({text, false});
     setText(text);
 }
 

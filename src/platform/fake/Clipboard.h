@@ -16,11 +16,6 @@ public:
     static inline const QString transientType = QStringLiteral("org.nspasteboard.TransientType");
     static inline const QString secretHintType = QStringLiteral("x-kde-passwordManagerHint");
 
-    struct Write {
-        QString text;
-        bool transient = false;
-    };
-
     // What the user copied: set directly, not recorded.
     void setItems(platform::ClipContents items) { items_ = std::move(items); }
     void setText(const QString& text);
@@ -30,7 +25,6 @@ public:
     // Whether the current content carries the transient marker.
     bool transient() const;
 
-    const std::vector<Write>& writes() const { return writes_; }
     int saves() const { return saves_; }
     int restores() const { return restores_; }
 
@@ -42,7 +36,6 @@ public:
 
 private:
     platform::ClipContents items_;
-    std::vector<Write> writes_;
     int saves_ = 0;
     int restores_ = 0;
 };

@@ -21,14 +21,10 @@ public:
     // engine takes pending keys, then goes as press() does.
     void pressPending(int code, quint64 flags = 0) { pending_.push_back({code, flags}); }
 
-    // install answers false while refusing (the desktop denies the tap).
-    void setRefusing(bool refusing) { refusing_ = refusing; }
     bool installed() const { return static_cast<bool>(handler_); }
     int installs() const { return installs_; }
     bool wanted() const { return wanted_; }
     int accessRequests() const { return accessRequests_; }
-    // Every press, consumed or not.
-    const std::vector<Keyboard::Press>& pressed() const { return pressed_; }
 
     // platform::KeyTap
     bool install(Handler handler) override;
@@ -39,11 +35,9 @@ public:
 private:
     Keyboard& keyboard_;
     Handler handler_;
-    bool refusing_ = false;
     bool wanted_ = false;
     int installs_ = 0;
     int accessRequests_ = 0;
-    std::vector<Keyboard::Press> pressed_;
     std::vector<Keyboard::Press> pending_;
 };
 
