@@ -7,23 +7,13 @@ using Press = fake::Keyboard::Press;
 
 namespace {
 
-class ApplyTest : public EngineTest {
-protected:
-    // Shows a cached rewrite for the paragraph before the caret.
-    void showRewrite(const QString& paragraph, const QString& rewrite) {
-        engine->cache.insert(paragraph, rewrite);
-        tick();
-        after(1.0);
-        ASSERT_TRUE(engine->shown);
-        desk.keyboard().clearPosted();
-    }
-};
+class ApplyTest : public EngineTest {};
 
 TEST_F(ApplyTest, WholeTextFieldFallsBackToSelectAll) {
     const QString typed = QStringLiteral("we was late to the meeting");
     auto field = desk.openField("com.apple.TextEdit", typed);
     field->quirks().refuseSelection = true;
-    showRewrite(typed, QStringLiteral("We were late to the meeting."));
+    showCached(typed, QStringLiteral("We were late to the meeting."));
     EXPECT_TRUE(desk.keyTap().press(key::Tab));
     ASSERT_TRUE(waitFor([&] { return field->text() == "We were late to the meeting."; }));
     const std::vector<Press> expected{{key::A, flag::Command}, {key::V, flag::Command}};
@@ -52,7 +42,7 @@ TEST_F(ApplyTest, KeyboardSelectionReplacesTheParagraphAndCleansUpItsFirstCharac
     auto field = desk.openField("com.apple.TextEdit", first + "\n" + typed + "\n" + last);
     field->setCaret(first.size() + 1 + typed.size());
     field->quirks().refuseSelection = true;
-    showRewrite(typed, QStringLiteral("We were late to the meeting."));
+    showCached(typed, QStringLiteral("We were late to the meeting."));
     EXPECT_TRUE(desk.keyTap().press(key::Tab));
     ASSERT_TRUE(waitFor([&] { return desk.keyboard().posted().size() >= 7; }, 2000));
     EXPECT_EQ(field->text(), first + "\nWe were late to the meeting.\n" + last);
@@ -68,7 +58,7 @@ TEST_F(ApplyTest, KeyboardSelectionThatPicksSomethingElseFallsBackToCopy) {
     auto field = desk.openField("com.apple.TextEdit", QStringLiteral("Hi,\n") + typed);
     field->quirks().refuseSelection = true;
     field->quirks().ignoreKeys = true;
-    showRewrite(typed, QStringLiteral("We were late to the meeting."));
+    showCached(typed, QStringLiteral("We were late to the meeting."));
     EXPECT_TRUE(desk.keyTap().press(key::Tab));
     ASSERT_TRUE(waitFor([&] { return desk.clipboard().text() == "We were late to the meeting."; }));
     EXPECT_TRUE(log().contains(QStringLiteral("debug: selection picked 0 of 26 chars")));
@@ -79,7 +69,7 @@ TEST_F(ApplyTest, KeyboardSelectionThatPicksSomethingElseFallsBackToCopy) {
 TEST_F(ApplyTest, ChangedParagraphIsNotTouched) {
     const QString typed = QStringLiteral("we was late to the meeting.");
     auto field = desk.openField("com.apple.TextEdit", typed);
-    showRewrite(typed, QStringLiteral("We were late to the meeting."));
+    showCached(typed, QStringLiteral("We were late to the meeting."));
     field->setText(QStringLiteral("something else entirely now"));
     EXPECT_TRUE(desk.keyTap().press(key::Tab));
     EXPECT_TRUE(desk.keyboard().posted().empty());

@@ -55,6 +55,15 @@ protected:
     QString log() {
         return QString::fromUtf8(home.read(QStringLiteral(".local/share/Glimmo/log.txt")));
     }
+    // Shows a cached rewrite of the paragraph before the caret, as after a pause, with no key
+    // posted yet.
+    void showCached(const QString& paragraph, const QString& rewrite) {
+        engine->cache.insert(paragraph, rewrite);
+        tick();
+        after(1.0);
+        ASSERT_TRUE(engine->shown);
+        desk.keyboard().clearPosted();
+    }
     const overlay::Shown& bubble() { return engine->bubble->shown(); }
     bool suggestionShown() {
         return engine->bubble->visible() && bubble().kind == overlay::Shown::Kind::Suggestion;

@@ -52,10 +52,6 @@ TEST_F(GatesTest, FieldsThatAreNotForRewriting) {
     desk.openField("com.apple.TextEdit", kTyped, QStringLiteral("AXSecureTextField"));
     EXPECT_FALSE(asks());
     EXPECT_TRUE(log().contains(QStringLiteral("debug: no text field in com.apple.TextEdit")));
-
-    auto search = desk.openField("com.apple.TextEdit", kTyped, QStringLiteral("AXTextField"));
-    search->set(QStringLiteral("AXPlaceholderValue"), QStringLiteral("Search or enter address"));
-    EXPECT_FALSE(asks());
 }
 
 TEST_F(GatesTest, ComposingSelectionAndThinTextWait) {
@@ -69,10 +65,6 @@ TEST_F(GatesTest, ComposingSelectionAndThinTextWait) {
     EXPECT_FALSE(asks());
 
     field->setText(QStringLiteral("ok ok"));
-    EXPECT_FALSE(asks());
-    field->setText(QStringLiteral("Internationalization considerations"));
-    EXPECT_FALSE(asks());
-    field->setText(QStringLiteral("we don't need the deck"));
     EXPECT_FALSE(asks());
     EXPECT_TRUE(log().contains(QStringLiteral("debug: not worth asking")));
 
@@ -105,11 +97,8 @@ TEST_F(GatesTest, WebsiteSwitchesDecideInBrowsers) {
 }
 
 TEST_F(GatesTest, OwnWindowsLeaveEverythingAsItIs) {
-    auto field = desk.openField("com.apple.TextEdit", kTyped);
-    engine->cache.insert(kTyped, QStringLiteral("We need the deck before tomorrow."));
-    tick();
-    after(0.31);
-    ASSERT_TRUE(engine->shown);
+    desk.openField("com.apple.TextEdit", kTyped);
+    showCached(kTyped, QStringLiteral("We need the deck before tomorrow."));
     auto& self = desk.addApp(QStringLiteral("org.glimmo.Glimmo"), QStringLiteral("Glimmo"),
                              desk.platform().workspace.ownPid());
     desk.setFrontmost(self.pid());

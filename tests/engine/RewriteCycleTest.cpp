@@ -150,10 +150,7 @@ TEST_F(EngineTest, SuggestionStaysWhileTheCaretMovesInsideItsParagraph) {
     const QString other = QStringLiteral("Second paragraph is here.");
     auto field = desk.openField("com.apple.TextEdit", kTyped + "\n" + other);
     field->setCaret(kTyped.size());
-    engine->cache.insert(kTyped, kRewrite);
-    tick();
-    after(0.31);
-    ASSERT_TRUE(engine->shown);
+    showCached(kTyped, kRewrite);
     field->setCaret(5);  // same paragraph, same text: unchanged field
     tick();
     EXPECT_TRUE(engine->shown);
@@ -165,10 +162,7 @@ TEST_F(EngineTest, SuggestionStaysWhileTheCaretMovesInsideItsParagraph) {
 
 TEST_F(EngineTest, EscDismissesThatParagraphForTheRun) {
     auto field = desk.openField("com.apple.TextEdit", kTyped);
-    engine->cache.insert(kTyped, kRewrite);
-    tick();
-    after(0.31);
-    ASSERT_TRUE(engine->shown);
+    showCached(kTyped, kRewrite);
     EXPECT_TRUE(desk.keyTap().press(key::Esc));
     EXPECT_FALSE(engine->bubble->visible());
     EXPECT_FALSE(desk.keyTap().wanted());
@@ -186,22 +180,10 @@ TEST_F(EngineTest, KeysThatAreNotTheEnginesPassThrough) {
     auto field = desk.openField("com.apple.TextEdit", kTyped);
     EXPECT_FALSE(desk.keyTap().press(key::Tab)) << "nothing on screen";
     field->setText(kTyped);
-    engine->cache.insert(kTyped, kRewrite);
-    tick();
-    after(0.31);
-    ASSERT_TRUE(engine->shown);
+    showCached(kTyped, kRewrite);
     EXPECT_FALSE(desk.keyTap().press(key::Tab, flag::Shift));
     EXPECT_FALSE(desk.keyTap().press(key::Down));
     EXPECT_TRUE(engine->shown) << "the next tick, not the key, removes it";
-}
-
-TEST_F(EngineTest, NoClaudeMeansNoRequestAndTrouble) {
-    home.write(QStringLiteral(".local/share/Glimmo/claude-path"), "/nonexistent/claude\n");
-    desk.openField("com.apple.TextEdit", kTyped);
-    tick();
-    after(0.31);
-    EXPECT_FALSE(engine->claude.requestInFlight());
-    EXPECT_TRUE(engine->claudeTrouble());
 }
 
 }  // namespace
