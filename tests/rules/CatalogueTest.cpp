@@ -10,17 +10,6 @@ namespace {
 
 using rules::kinds;
 
-// Which kinds are locked or on by default decides what a fresh installation watches.
-TEST(Catalogue, OnlyPasswordsLockedAndTheWritingKindsOnByDefault) {
-    for (const rules::AppKind& k : kinds()) {
-        EXPECT_EQ(k.locked, k.id == "passwords") << k.id.toStdString();
-        EXPECT_EQ(k.defaultOn,
-                  k.id == "chat" || k.id == "email" || k.id == "docs" || k.id == "browsers")
-            << k.id.toStdString();
-    }
-    EXPECT_EQ(rules::kindWithId("browsers")->apps, glimmo::browsers());
-}
-
 TEST(Catalogue, NoApplicationOrSiteInTwoKinds) {
     QSet<QString> apps, sites, linuxIds;
     for (const rules::AppKind& k : kinds()) {
@@ -39,6 +28,8 @@ TEST(Catalogue, NoApplicationOrSiteInTwoKinds) {
             linuxIds << lower;
         }
     }
+    // Site switches apply in the applications the browsers kind lists.
+    EXPECT_EQ(rules::kindWithId("browsers")->apps, glimmo::browsers());
 }
 
 TEST(Catalogue, Lookups) {
@@ -47,26 +38,18 @@ TEST(Catalogue, Lookups) {
     EXPECT_FALSE(rules::match("notgoogle.com", "google.com"));
     EXPECT_FALSE(rules::match("google.com", "mail.google.com"));
 
-    EXPECT_EQ(rules::kindOf("com.microsoft.VSCode")->id, "code");
     EXPECT_FALSE(rules::kindOf("com.figma.Desktop"));
     EXPECT_EQ(rules::kindOfSite("www.notion.so")->id, "docs");
-    EXPECT_EQ(rules::kindOfSite("chat.openai.com")->id, "ai");
     EXPECT_FALSE(rules::kindOfSite("www.linkedin.com"));
     EXPECT_FALSE(rules::kindOfSite("google.com"));
 }
 
 TEST(Catalogue, LinuxApplicationsByIdInAnyCase) {
     // Linux ids come from WM_CLASS, desktop files and flatpak ids, spelt as each packager likes.
-    const std::vector<std::pair<const char*, const char*>> expected{
-        {"thunderbird", "email"},
-        {"org.mozilla.Thunderbird", "email"},
-        {"Alacritty", "code"},
-        {"alacritty", "code"},
-        {"org.keepassxc.KeePassXC", "passwords"}};
-    for (const auto& [app, kind] : expected) {
+    for (const char* app : {"Alacritty", "alacritty", "ALACRITTY"}) {
         const auto found = rules::kindOf(app);
         ASSERT_TRUE(found) << app;
-        EXPECT_EQ(found->id, kind) << app;
+        EXPECT_EQ(found->id, "code") << app;
     }
     for (const char* browser : {"firefox-esr", "org.gnome.Epiphany", "com.google.Chrome"})
         EXPECT_TRUE(rules::isBrowser(browser)) << browser;
@@ -79,23 +62,15 @@ TEST(Catalogue, LinuxApplicationsByIdInAnyCase) {
 TEST(Catalogue, OneTableResolvesWindowNames) {
     using rules::appIdFor;
     EXPECT_EQ(appIdFor({"", "", "", "", "Chromium", "chromium"}), "com.google.Chrome");
-    EXPECT_EQ(appIdFor({"", "", "", "", "Slack", "slack"}), "com.tinyspeck.slackmacgap");
     EXPECT_EQ(appIdFor({"org.glimmo.TestEditor", "", "", "", "Glimmo-gtk-editor"}),
               "org.glimmo.TestEditor");
-    EXPECT_EQ(appIdFor({"", "", "", "firefox-esr", "firefox", "Navigator"}), "org.mozilla.firefox");
-    EXPECT_EQ(appIdFor({"", "", "", "thunderbird", "thunderbird", "Mail"}),
-              "org.mozilla.Thunderbird");
     EXPECT_EQ(appIdFor({"", "net.thunderbird.Thunderbird"}), "org.mozilla.Thunderbird");
-    EXPECT_EQ(appIdFor({"", "", "", "", "Gnome-terminal", "gnome-terminal-server"}),
-              "org.gnome.Terminal");
     // The first name the table knows decides; unknown names fall back to the first given.
     EXPECT_EQ(appIdFor({"org.example.Unknown", "discord", "slack"}), "com.hnc.Discord");
     EXPECT_EQ(appIdFor({"", "org.example.Unknown", "other"}), "org.example.Unknown");
     EXPECT_EQ(appIdFor({"", ""}), "");
 
-    EXPECT_TRUE(rules::linuxNamesOf("com.google.Chrome").contains("chromium"));
     EXPECT_EQ(rules::linuxNamesOf("org.example.Unknown"), QStringList{"org.example.Unknown"});
-    EXPECT_TRUE(rules::linuxApps("email").contains("org.mozilla.Thunderbird"));
 }
 
 }  // namespace
