@@ -19,14 +19,14 @@ struct Outcome {
 // The program with a home of its own and nothing that could reach a display.
 Outcome runGlimmo(const testsupport::TempHome& home, const QStringList& args) {
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    for (const char* name :
-         {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+    for (const char* name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "DISPLAY", "WAYLAND_DISPLAY",
+                             "QT_QPA_PLATFORM", "DBUS_SESSION_BUS_ADDRESS"})
         env.remove(name);
     env.insert("HOME", home.path());
     QProcess p;
     p.setProcessEnvironment(env);
     p.start(GLIMMO_EXECUTABLE, args);
-    if (!p.waitForFinished(30000)) {
+    if (!p.waitForFinished(60000)) {
         p.kill();
         p.waitForFinished();
         return {};
@@ -113,13 +113,31 @@ TEST(Modes, OptionsAnswerWithoutDisplayAndALaunchSaysWhatIsMissing) {
     EXPECT_TRUE(launch.err.contains("no display")) << launch.err.toStdString();
 }
 
-TEST(Modes, AppsWindowImagesWithoutDisplay) {
+TEST(Modes, WindowImagesWithoutDisplay) {
     testsupport::TempHome home;
-    EXPECT_EQ(runGlimmo(home, {"-snapshotSetup", home.path()}).status, 0);
-    EXPECT_EQ(runGlimmo(home, {"-snapshotUI", home.path()}).status, 0);
+    ASSERT_EQ(runGlimmo(home, {"-snapshotSetup", home.path()}).status, 0);
+    ASSERT_EQ(runGlimmo(home, {"-snapshotUI", home.path()}).status, 0);
     EXPECT_EQ(QImage(home.path() + "/apps.png").size(), QSize(520, 600));
     EXPECT_EQ(QImage(home.path() + "/apps-open.png").size(), QSize(520, 900));
     EXPECT_EQ(QImage(home.path() + "/ui-apps.png").height(), 700);
+
+    QList<int> heights;
+    for (const char* state :
+         {"1-fresh", "2-access", "3-install", "4-signin", "4b-connect", "5-done"}) {
+        const QImage image(home.path() + "/setup-" + state + ".png");
+        ASSERT_FALSE(image.isNull()) << state;
+        EXPECT_EQ(image.width(), 500) << state;
+        heights << image.height();
+    }
+    // The open step decides the height: the form of step 1 is the tallest, the finished
+    // window the shortest.
+    EXPECT_GT(heights[0], heights[1]);
+    EXPECT_EQ(heights[1], heights[2]);
+    EXPECT_GT(heights[3], heights[4]);
+    EXPECT_LT(heights[5], heights[4]);
+    const QImage ui(home.path() + "/ui-setup.png");
+    EXPECT_EQ(ui.width(), 500);
+    EXPECT_EQ(ui.height(), heights[1]);
 }
 
 }  // namespace
