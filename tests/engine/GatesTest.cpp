@@ -34,18 +34,11 @@ TEST_F(GatesTest, SwitchedOffOrUntrustedDoesNothingAndDropsTheWaitingProcess) {
     EXPECT_TRUE(asks());
 }
 
-TEST_F(GatesTest, ApplicationSwitchedOffAndLockedKinds) {
+TEST_F(GatesTest, ApplicationSwitchedOff) {
     desk.openField("com.apple.TextEdit", kTyped);
     rules->setApp(QStringLiteral("com.apple.TextEdit"), false);
     EXPECT_FALSE(asks());
     EXPECT_TRUE(log().contains(QStringLiteral("debug: off in com.apple.TextEdit")));
-
-    // A password manager stays off whatever is stored for it.
-    desk.defaults().setBoolMap(QStringLiteral("appOn"), {{"com.1password.1password", true}});
-    rules = std::make_unique<rules::AppRules>(desk.defaults());
-    engine = std::make_unique<engine::Glimmo>(desk.platform(), *rules);
-    desk.openField(QStringLiteral("com.1password.1password"), kTyped);
-    EXPECT_FALSE(asks());
 }
 
 TEST_F(GatesTest, FieldsThatAreNotForRewriting) {
