@@ -214,11 +214,11 @@ std::optional<QString> AtspiAx::heldText(const AtRef& e, const std::vector<AtRef
 
 std::optional<platform::Value> AtspiAx::readDocument(const AtRef& e, const QString& name) {
     if (name == QLatin1String("AXRole")) return platform::Value(QStringLiteral("AXTextArea"));
-    if (name == QLatin1String("AXValue")) return str(document_.text(e, unitOf(e)));
+    if (name == QLatin1String("AXValue")) return str(document_.text(e));
     const auto range = document_.selectedRange(e, unitOf(e));
     if (!range) return std::nullopt;
     if (name == QLatin1String("AXSelectedTextRange")) return platform::Value(*range);
-    const auto text = document_.text(e, unitOf(e));
+    const auto text = document_.text(e);
     return text ? str(text->mid(range->location, range->length)) : std::nullopt;
 }
 

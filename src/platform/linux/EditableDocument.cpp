@@ -6,8 +6,9 @@ namespace linuxdesk {
 
 namespace {
 
-// Enough for the quoted text of a long message; a larger body is read only that far.
-constexpr int kMaxBlocks = 3000;
+// Read on every tick: enough for the quoted text of a long message, which is cut far shorter
+// anyway; a larger body is read only that far.
+constexpr int kMaxBlocks = 1000;
 constexpr int kMaxDepth = 40;
 // Long enough for the reads of one engine tick, short enough to see the next keystroke.
 constexpr int kKeepMs = 50;
@@ -53,10 +54,10 @@ bool EditableDocument::holds(const AtRef& element) {
     return s && s->editable && !s->readOnly && cache_.hasText(element);
 }
 
-Block EditableDocument::blockOf(const AtRef& element, int depth, std::vector<AtRef>& refs,
-                                std::vector<QString>& texts) {
+Block EditableDocument::blockOf(const AtRef& element, QString text, int depth,
+                                std::vector<AtRef>& refs, std::vector<QString>& texts) {
     Block block;
-    block.text = element ? at::text(element).value_or(QString()) : QString();
+    block.text = std::move(text);
     refs.push_back(element);
     texts.push_back(block.text);
     if (!element || depth >= kMaxDepth) return block;
@@ -65,7 +66,8 @@ Block EditableDocument::blockOf(const AtRef& element, int depth, std::vector<AtR
                                     int(block.text.count(kEmbeddedObject)));
     for (int i = 0; i < count && ++visited_ <= kMaxBlocks; ++i) {
         const AtRef child = at::child(element, i);
-        Block b = blockOf(child, depth + 1, refs, texts);
+        Block b = blockOf(child, child ? at::text(child).value_or(QString()) : QString(),
+                          depth + 1, refs, texts);
         if (child) {
             // Gecko names the CSS display of each element; other toolkits only the role.
             const auto display = displayOf(cache_.attributes(child));
@@ -77,24 +79,25 @@ Block EditableDocument::blockOf(const AtRef& element, int depth, std::vector<AtR
     return block;
 }
 
-const EditableDocument::Read* EditableDocument::read(const AtRef& document, OffsetUnit) {
+const EditableDocument::Read* EditableDocument::read(const AtRef& document) {
     const QString key = at::key(document);
     if (read_ && read_->key == key && read_->age.elapsed() < kKeepMs) return &*read_;
-    if (!at::text(document)) {
+    auto text = at::text(document);
+    if (!text) {
         read_.reset();
         return nullptr;
     }
     std::vector<AtRef> refs;
     std::vector<QString> texts;
     visited_ = 0;
-    const Block root = blockOf(document, 0, refs, texts);
+    const Block root = blockOf(document, std::move(*text), 0, refs, texts);
     read_.emplace(Read{key, {}, std::move(refs), std::move(texts), FlatText(root)});
     read_->age.start();
     return &*read_;
 }
 
-std::optional<QString> EditableDocument::text(const AtRef& document, OffsetUnit unit) {
-    const Read* r = read(document, unit);
+std::optional<QString> EditableDocument::text(const AtRef& document) {
+    const Read* r = read(document);
     return r ? std::optional<QString>(r->flat.text()) : std::nullopt;
 }
 
@@ -107,8 +110,8 @@ std::optional<FlatText::Place> EditableDocument::caret(const Read& r, OffsetUnit
         // A caret inside a child shows in its parent as the child's placeholder (or just
         // after it, at the child's end); the child itself then has the caret.
         std::optional<int> inner;
-        for (const qint64 at : {local, local - 1}) {
-            const auto child = r.flat.childAt(block, at);
+        for (const qint64 spot : {local, local - 1}) {
+            const auto child = r.flat.childAt(block, spot);
             const auto c = child && r.refs[size_t(*child)] ? at::caret(r.refs[size_t(*child)])
                                                            : std::nullopt;
             if (c && *c >= 0) {
@@ -122,29 +125,29 @@ std::optional<FlatText::Place> EditableDocument::caret(const Read& r, OffsetUnit
     }
 }
 
-FlatText::Place EditableDocument::selectionEnd(const Read& r, OffsetUnit unit, bool end) {
+FlatText::Place EditableDocument::selectionEnd(const Read& r, std::pair<int, int> sel,
+                                               OffsetUnit unit, bool end) {
     int block = 0;
-    auto sel = at::selection(r.refs[0]);
     for (;;) {
         const qint64 local =
-            toUtf16(r.texts[size_t(block)], end ? sel->second : sel->first, unit);
+            toUtf16(r.texts[size_t(block)], end ? sel.second : sel.first, unit);
         // Each block answers the part of the selection within it.
         const auto child = r.flat.childAt(block, end ? local - 1 : local);
         const auto inner = child && r.refs[size_t(*child)] ? at::selection(r.refs[size_t(*child)])
                                                            : std::nullopt;
         if (!inner) return {block, local};
         block = *child;
-        sel = inner;
+        sel = *inner;
     }
 }
 
 std::optional<platform::Range> EditableDocument::selectedRange(const AtRef& document,
                                                                OffsetUnit unit) {
-    const Read* r = read(document, unit);
+    const Read* r = read(document);
     if (!r) return std::nullopt;
-    if (at::selection(r->refs[0])) {
-        const qint64 start = r->flat.toFlat(selectionEnd(*r, unit, false));
-        const qint64 end = r->flat.toFlat(selectionEnd(*r, unit, true));
+    if (const auto sel = at::selection(r->refs[0])) {
+        const qint64 start = r->flat.toFlat(selectionEnd(*r, *sel, unit, false));
+        const qint64 end = r->flat.toFlat(selectionEnd(*r, *sel, unit, true));
         return platform::Range{std::min(start, end), std::abs(end - start)};
     }
     const auto place = caret(*r, unit);
@@ -159,7 +162,7 @@ int EditableDocument::toolkitOffset(const Read& r, const FlatText::Place& place,
 
 bool EditableDocument::setSelectedRange(const AtRef& document, const platform::Range& range,
                                         OffsetUnit unit) {
-    const Read* r = read(document, unit);
+    const Read* r = read(document);
     if (!r || range.location < 0 || range.length < 0 || range.end() > r->flat.text().size())
         return false;
     const FlatText::Place start = r->flat.fromFlat(range.location);
@@ -182,7 +185,7 @@ std::optional<platform::Rect> EditableDocument::boundsForRange(const AtRef& docu
                                                                const platform::Range& range,
                                                                OffsetUnit unit,
                                                                at::Coords coords) {
-    const Read* r = read(document, unit);
+    const Read* r = read(document);
     if (!r) return std::nullopt;
     platform::Range wanted = range;
     // A line break has no place of its own worth showing: the line it starts has.
@@ -204,7 +207,7 @@ std::optional<platform::Rect> EditableDocument::boundsForRange(const AtRef& docu
 
 bool EditableDocument::replace(const AtRef& document, const platform::Range& range,
                                const QString& text, OffsetUnit unit) {
-    const Read* r = read(document, unit);
+    const Read* r = read(document);
     if (!r || range.location < 0 || range.length < 0 || range.end() > r->flat.text().size())
         return false;
     const FlatText::Place start = r->flat.fromFlat(range.location);

@@ -27,7 +27,7 @@ public:
     bool holds(const AtRef& element);
 
     // Offsets and ranges in UTF-16 units of the joined text; unit is the toolkit's.
-    std::optional<QString> text(const AtRef& document, OffsetUnit unit);
+    std::optional<QString> text(const AtRef& document);
     std::optional<platform::Range> selectedRange(const AtRef& document, OffsetUnit unit);
     bool setSelectedRange(const AtRef& document, const platform::Range& range, OffsetUnit unit);
     std::optional<platform::Rect> boundsForRange(const AtRef& document,
@@ -48,12 +48,13 @@ private:
         std::vector<QString> texts;  // each block's own text
         FlatText flat;
     };
-    const Read* read(const AtRef& document, OffsetUnit unit);
-    Block blockOf(const AtRef& element, int depth, std::vector<AtRef>& refs,
+    const Read* read(const AtRef& document);
+    Block blockOf(const AtRef& element, QString text, int depth, std::vector<AtRef>& refs,
                   std::vector<QString>& texts);
     std::optional<FlatText::Place> caret(const Read& r, OffsetUnit unit);
-    // Where one end of the selection lies, followed down from the document.
-    FlatText::Place selectionEnd(const Read& r, OffsetUnit unit, bool end);
+    // Where one end of the selection lies, followed down from the document's selection.
+    FlatText::Place selectionEnd(const Read& r, std::pair<int, int> selection, OffsetUnit unit,
+                                 bool end);
     int toolkitOffset(const Read& r, const FlatText::Place& place, OffsetUnit unit) const;
 
     ElementCache& cache_;
