@@ -1,8 +1,21 @@
 #include "platform/linux/Atspi.h"
 
+#include <QElapsedTimer>
+#include <QSet>
+
 namespace linuxdesk::at {
 
 namespace {
+
+// A call into a hung application gives up after 1.5 s instead of D-Bus's 25 s; one that has
+// just started gets 5 s to finish building its tree.
+constexpr int kCallTimeoutMs = 1500;
+constexpr int kStartupTimeoutMs = 5000;
+// GTK 4.8 makes the selection it is asked for but never answers; the keyboard must not wait
+// the full timeout for that. An application that kept silent once is not waited for again
+// (its bus name lasts as long as it runs).
+constexpr int kSelectionTimeoutMs = 150;
+constexpr int kSilentSelectionTimeoutMs = 1;
 
 // Runs one call with an error slot; an error (always freed) turns the answer into absent.
 template <typename F>
@@ -66,9 +79,7 @@ bool init() {
     if (status == -1) {
         // 0: connected; 1: already connected by someone else in this process.
         status = atspi_init();
-        // A call into a hung application gives up after 1.5 s instead of D-Bus's 25 s; one
-        // that has just started gets 5 s to finish building its tree.
-        atspi_set_timeout(1500, 5000);
+        atspi_set_timeout(kCallTimeoutMs, kStartupTimeoutMs);
     }
     return status == 0 || status == 1;
 }
@@ -271,11 +282,26 @@ bool setSelection(const AtRef& a, int start, int end) {
     auto t = textOf(a);
     if (!t.p) return false;
     auto n = guarded([&](GError** e) { return atspi_text_get_n_selections(t.p, e); });
+    static QSet<QString> silent;
+    const QString bus = busName(a);
+    const int timeout = silent.contains(bus) ? kSilentSelectionTimeoutMs : kSelectionTimeoutMs;
+    // No startup allowance here: a selection needs no tree to be built.
+    atspi_set_timeout(timeout, 0);
+    QElapsedTimer clock;
+    clock.start();
     std::optional<gboolean> ok;
     if (n && *n > 0)
         ok = guarded([&](GError** e) { return atspi_text_set_selection(t.p, 0, start, end, e); });
     else
         ok = guarded([&](GError** e) { return atspi_text_add_selection(t.p, start, end, e); });
+    const bool unanswered = !ok && clock.elapsed() >= timeout;
+    atspi_set_timeout(kCallTimeoutMs, kStartupTimeoutMs);
+    if (unanswered) {
+        silent.insert(bus);
+        // Whether it took the selection shows in the selection read back: the application
+        // handles that question after this request.
+        return true;
+    }
     return ok && *ok;
 }
 
