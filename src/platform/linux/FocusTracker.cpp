@@ -28,6 +28,16 @@ bool plainContainer(AtspiRole role) {
            role == ATSPI_ROLE_ROOT_PANE || role == ATSPI_ROLE_LAYERED_PANE;
 }
 
+// Thunderbird's compose window reports focus on a childless panel right under the window when
+// the window gets the keyboard back (after Glimmo's key grab), while its message body keeps the
+// focus and the caret. Such an element holds nothing to type into: it never takes the focus
+// from the element that has it.
+bool standIn(const AtRef& element) {
+    const auto role = at::role(element);
+    return (role == ATSPI_ROLE_PANEL || role == ATSPI_ROLE_FILLER) &&
+           at::childCount(element).value_or(0) == 0;
+}
+
 // The first focused element of the stack's trees, depth first from its back.
 AtRef firstFocused(std::vector<AtRef> stack, int budget) {
     while (!stack.empty() && budget-- > 0) {
@@ -35,7 +45,7 @@ AtRef firstFocused(std::vector<AtRef> stack, int budget) {
         stack.pop_back();
         const auto s = at::states(node);
         if (!s || s->defunct) continue;
-        if (s->focused) return node;
+        if (s->focused && !standIn(node)) return node;
         const int n = std::min(at::childCount(node).value_or(0), kChildrenLimit);
         for (int i = n - 1; i >= 0; --i) {
             if (AtRef c = at::child(node, i)) stack.push_back(c);
@@ -100,6 +110,7 @@ void FocusTracker::heard(AtspiEvent* event) {
     if (bus.isEmpty()) return;
     Entry& entry = byBus_[bus];
     if (event->detail1) {
+        if (standIn(source)) return;
         latest_ = source;
         entry.element = source;
         entry.lastCheck.start();
