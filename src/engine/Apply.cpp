@@ -18,6 +18,8 @@ constexpr double kSelectAllSettle = 0.05;
 constexpr double kKeyboardSelectionSettle = 0.15;
 constexpr double kFirstCharacterCleanUp = 0.25;
 constexpr double kClipboardRestore = 0.6;
+// How often the poll looks again whether a waiting clipboard restore is done.
+constexpr double kRestoreCheck = 0.05;
 constexpr double kCopyNotice = 3.0;
 
 QString trimNewlines(const QString& s) {
@@ -94,13 +96,22 @@ void Glimmo::paste(const QString& text) {
     p_.clipboard.writeTransientText(text);
     postKey(key::V, flag::Command);
     // An application fetching the pasted text may answer no accessibility questions until it
-    // has it, while a question of ours holds up our answer: polling waits for the restore.
+    // has it, while a question of ours holds up our answer: polling waits for the restore,
+    // also when the restore itself waits for the paste to be fetched.
     const bool polling = timer_.isActive();
     timer_.stop();
     later(kClipboardRestore, [this, saved, polling] {
         p_.clipboard.restore(saved);
-        if (polling) timer_.start();
+        if (polling) resumePolling();
     });
+}
+
+void Glimmo::resumePolling() {
+    if (p_.clipboard.restoreWaiting()) {
+        later(kRestoreCheck, [this] { resumePolling(); });
+        return;
+    }
+    timer_.start();
 }
 
 void Glimmo::postKey(int code, quint64 flags) {

@@ -94,6 +94,8 @@ private:
                      const platform::Element& el, const QString& key, platform::Rect caret);
 
     void later(double seconds, std::function<void()> action);
+    // Starts the poll again once no clipboard restore waits.
+    void resumePolling();
     void hideBubble();
     void syncKeys();
 

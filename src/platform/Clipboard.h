@@ -21,6 +21,8 @@ public:
     virtual ClipContents save() = 0;
     // Clears the clipboard and puts the saved items back; nothing saved leaves it empty.
     virtual void restore(const ClipContents& contents) = 0;
+    // A restore is still waiting for the paste to be fetched before it puts the items back.
+    virtual bool restoreWaiting() const { return false; }
     // Temporary content for a paste: marked so clipboard managers do not keep it.
     virtual void writeTransientText(const QString& text) = 0;
     // Content meant to stay for the user to paste.

@@ -24,6 +24,7 @@ public:
 
     platform::ClipContents save() override;
     void restore(const platform::ClipContents& contents) override;
+    bool restoreWaiting() const override { return pending_.has_value(); }
     void writeTransientText(const QString& text) override;
     void writeText(const QString& text) override;
 

@@ -28,6 +28,10 @@ void RoutedClipboard::restore(const platform::ClipContents& contents) {
     if (!untouched(contents)) x11_.restore(contents);
 }
 
+bool RoutedClipboard::restoreWaiting() const {
+    return x11_.restoreWaiting();
+}
+
 void RoutedClipboard::writeTransientText(const QString& text) {
     if (route_.native())
         edit_.hold(text);

@@ -17,6 +17,7 @@ public:
         : route_(route), x11_(x11), edit_(edit) {}
     platform::ClipContents save() override;
     void restore(const platform::ClipContents& contents) override;
+    bool restoreWaiting() const override;
     void writeTransientText(const QString& text) override;
     void writeText(const QString& text) override;
 
