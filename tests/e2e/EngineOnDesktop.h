@@ -21,6 +21,12 @@ struct EngineOnDesktop : ::testing::Test {
     QString log() const {
         return QString::fromUtf8(home.read(QStringLiteral(".local/share/Glimmo/log.txt")));
     }
+    // The stand-in answers every request with these replies as the drafts' list.
+    void answerWithDrafts(const QStringList& drafts) {
+        QByteArrayList quoted;
+        for (const QString& d : drafts) quoted << '"' + d.toUtf8() + '"';
+        testsupport::setStandinScript(home, "answer [" + quoted.join(", ") + "]\n");
+    }
     // The text of the last request the stand-in was sent.
     QString request() const {
         const QByteArray raw = testsupport::standinRecord(home, QStringLiteral("stdin")).trimmed();

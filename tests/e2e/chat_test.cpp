@@ -37,12 +37,6 @@ const QStringList kDrafts{
     QStringLiteral("Yes, posting it within the hour."),
 };
 
-QByteArray draftsScript() {
-    QByteArrayList quoted;
-    for (const QString& d : kDrafts) quoted << '"' + d.toUtf8() + '"';
-    return "answer [" + quoted.join(", ") + "]\n";
-}
-
 struct ChatOnDesktop : EngineOnDesktop {};
 
 }  // namespace
@@ -56,7 +50,7 @@ TEST_F(ChatOnDesktop, SlackOnChromiumDraftsFromTheChannelAndTabInsertsTheFirst) 
         GTEST_SKIP() << "BROWSER TEST SKIPPED: Chromium is not installed (./run installs the "
                         "chromium package)";
     }
-    testsupport::setStandinScript(home, draftsScript());
+    answerWithDrafts(kDrafts);
 
     platform::Platform platform = desktop.platform(defaults, clock);
     rules::AppRules rules(defaults);

@@ -43,12 +43,6 @@ const QStringList kDrafts{
     QStringLiteral("Yes, sending it within the hour."),
 };
 
-QByteArray draftsScript() {
-    QByteArrayList quoted;
-    for (const QString& d : kDrafts) quoted << '"' + d.toUtf8() + '"';
-    return "answer [" + quoted.join(", ") + "]\n";
-}
-
 struct GmailOnDesktop : EngineOnDesktop {};
 
 }  // namespace
@@ -66,7 +60,7 @@ TEST_F(GmailOnDesktop, ThreeDraftsFromTheThreadAndTabInsertsTheFirst) {
     const QString certs = home.path() + QStringLiteral("/certs");
     QDir().mkpath(certs);
     ASSERT_TRUE(desktop::makeCertificate(certs, gmail)) << "openssl could not make a certificate";
-    testsupport::setStandinScript(home, draftsScript());
+    answerWithDrafts(kDrafts);
 
     platform::Platform platform = desktop.platform(defaults, clock);
     rules::AppRules rules(defaults);

@@ -68,12 +68,6 @@ const QStringList kDrafts{
     QStringLiteral("Yes, Thursday works, sending it within the hour."),
 };
 
-QByteArray draftsScript() {
-    QByteArrayList quoted;
-    for (const QString& d : kDrafts) quoted << '"' + d.toUtf8() + '"';
-    return "answer [" + quoted.join(", ") + "]\n";
-}
-
 // The window whose title holds this text, waited for; empty when none shows.
 QString windowNamed(const QString& title, int timeoutMs) {
     QString id;
@@ -111,7 +105,7 @@ TEST_F(ThunderbirdOnDesktop, ReplyAboveTheQuoteGetsThreeDraftsFromTheQuote) {
     }
     home.write(QStringLiteral("tb/user.js"), kPrefs);
     home.write(QStringLiteral("launch.eml"), kMessage);
-    testsupport::setStandinScript(home, draftsScript());
+    answerWithDrafts(kDrafts);
 
     platform::Platform platform = desktop.platform(defaults, clock);
     rules::AppRules rules(defaults);
