@@ -17,42 +17,6 @@ constexpr int kChildrenLimit = 300;
 constexpr int kSearchIntervalMs = 1000;
 // How long an element reported focused by its own event is believed without asking.
 constexpr int kCheckIntervalMs = 1000;
-// A focused container is looked inside among this many elements.
-constexpr int kInsideBudget = 400;
-
-// Containers that are no control of their own. LibreOffice reports its document window as
-// focused, sometimes with no event for the paragraph inside that has the caret.
-bool plainContainer(AtspiRole role) {
-    return role == ATSPI_ROLE_PANEL || role == ATSPI_ROLE_FILLER ||
-           role == ATSPI_ROLE_SCROLL_PANE || role == ATSPI_ROLE_SPLIT_PANE ||
-           role == ATSPI_ROLE_ROOT_PANE || role == ATSPI_ROLE_LAYERED_PANE;
-}
-
-// Thunderbird's compose window reports focus on a childless panel right under the window when
-// the window gets the keyboard back (after Glimmo's key grab), while its message body keeps the
-// focus and the caret. Such an element holds nothing to type into: it never takes the focus
-// from the element that has it.
-bool standIn(const AtRef& element) {
-    const auto role = at::role(element);
-    return (role == ATSPI_ROLE_PANEL || role == ATSPI_ROLE_FILLER) &&
-           at::childCount(element).value_or(0) == 0;
-}
-
-// The first focused element of the stack's trees, depth first from its back.
-AtRef firstFocused(std::vector<AtRef> stack, int budget) {
-    while (!stack.empty() && budget-- > 0) {
-        AtRef node = stack.back();
-        stack.pop_back();
-        const auto s = at::states(node);
-        if (!s || s->defunct) continue;
-        if (s->focused && !standIn(node)) return node;
-        const int n = std::min(at::childCount(node).value_or(0), kChildrenLimit);
-        for (int i = n - 1; i >= 0; --i) {
-            if (AtRef c = at::child(node, i)) stack.push_back(c);
-        }
-    }
-    return {};
-}
 
 }  // namespace
 
@@ -110,7 +74,6 @@ void FocusTracker::heard(AtspiEvent* event) {
     if (bus.isEmpty()) return;
     Entry& entry = byBus_[bus];
     if (event->detail1) {
-        if (standIn(source)) return;
         latest_ = source;
         entry.element = source;
         entry.lastCheck.start();
@@ -125,11 +88,11 @@ AtRef FocusTracker::focused(const AtRef& application) {
     Entry& entry = byBus_[bus];
     if (entry.element) {
         if (entry.lastCheck.isValid() && entry.lastCheck.elapsed() < kCheckIntervalMs)
-            return innermost(entry);
+            return entry.element;
         const auto s = at::states(entry.element);
         if (s && s->focused && !s->defunct) {
             entry.lastCheck.start();
-            return innermost(entry);
+            return entry.element;
         }
         entry.element = AtRef();
     }
@@ -137,31 +100,6 @@ AtRef FocusTracker::focused(const AtRef& application) {
     entry.lastSearch.start();
     entry.element = search(application);
     if (entry.element) entry.lastCheck.start();
-    return innermost(entry);
-}
-
-AtRef FocusTracker::innermost(Entry& entry) {
-    if (!entry.element) return {};
-    const QString key = at::key(entry.element);
-    if (entry.looked != key) {
-        // Asked once per element: most focused elements are controls, not containers.
-        entry.looked = key;
-        const auto role = at::role(entry.element);
-        entry.container = role && plainContainer(*role);
-        if (!entry.container) return entry.element;
-    } else if (!entry.container ||
-               (entry.lastSearch.isValid() && entry.lastSearch.elapsed() < kSearchIntervalMs)) {
-        return entry.element;
-    }
-    entry.lastSearch.start();
-    std::vector<AtRef> children;
-    const int n = std::min(at::childCount(entry.element).value_or(0), kChildrenLimit);
-    for (int i = n - 1; i >= 0; --i)
-        if (AtRef c = at::child(entry.element, i)) children.push_back(c);
-    if (AtRef inside = firstFocused(std::move(children), kInsideBudget)) {
-        entry.element = inside;
-        entry.lastCheck.start();
-    }
     return entry.element;
 }
 
@@ -177,7 +115,19 @@ AtRef FocusTracker::search(const AtRef& application) {
         else if (w)
             stack.insert(stack.begin(), w);
     }
-    return firstFocused(std::move(stack), kSearchBudget);
+    int budget = kSearchBudget;
+    while (!stack.empty() && budget-- > 0) {
+        AtRef node = stack.back();
+        stack.pop_back();
+        const auto s = at::states(node);
+        if (!s || s->defunct) continue;
+        if (s->focused) return node;
+        const int n = std::min(at::childCount(node).value_or(0), kChildrenLimit);
+        for (int i = n - 1; i >= 0; --i) {
+            if (AtRef c = at::child(node, i)) stack.push_back(c);
+        }
+    }
+    return {};
 }
 
 }  // namespace linuxdesk

@@ -35,16 +35,11 @@ private:
     static void onEvent(AtspiEvent* event, void* self);
     void heard(AtspiEvent* event);
     AtRef search(const AtRef& application);
-    struct Entry;
-    // The entry's element, or the focused element inside it when it is a plain container.
-    AtRef innermost(Entry& entry);
 
     struct Entry {
         AtRef element;
         QElapsedTimer lastSearch;
         QElapsedTimer lastCheck;  // when the element's focused state was last confirmed
-        QString looked;  // the element whose role was last asked
-        bool container = false;
     };
     std::map<QString, Entry> byBus_;  // bus name of the application -> its focus
     AtspiEventListener* listener_ = nullptr;
