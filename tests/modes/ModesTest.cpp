@@ -130,9 +130,9 @@ TEST(Modes, WindowImagesWithoutDisplay) {
         heights << image.height();
     }
     // The open step decides the height: the form of step 1 is the tallest, the finished
-    // window the shortest.
+    // window the shortest; step 2 also says which browsers to start again.
     EXPECT_GT(heights[0], heights[1]);
-    EXPECT_EQ(heights[1], heights[2]);
+    EXPECT_GT(heights[1], heights[2]);
     EXPECT_GT(heights[3], heights[4]);
     EXPECT_LT(heights[5], heights[4]);
     const QImage ui(home.path() + "/ui-setup.png");
