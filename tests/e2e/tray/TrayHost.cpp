@@ -87,8 +87,8 @@ QString TrayHost::menuPath(const QString& service) {
         .path();
 }
 
-std::optional<QList<TrayRow>> TrayHost::openMenu(const QString& service) {
-    const QString path = menuPath(service);
+std::optional<QList<TrayRow>> TrayHost::openMenu(const QString& service, QString path) {
+    if (path.isEmpty()) path = menuPath(service);
     if (path.isEmpty()) return std::nullopt;
     QDBusMessage show = QDBusMessage::createMethodCall(service, path, kMenuInterface,
                                                        QStringLiteral("AboutToShow"));
@@ -107,12 +107,15 @@ std::optional<QList<TrayRow>> TrayHost::openMenu(const QString& service) {
 }
 
 bool TrayHost::click(const QString& service, const QString& label) {
-    const auto rows = openMenu(service);
+    // The menu's path read once, as a tray does: a second read can come back empty while the
+    // menu is being rebuilt after AboutToShow.
+    const QString path = menuPath(service);
+    const auto rows = openMenu(service, path);
     if (!rows) return false;
     for (const TrayRow& row : *rows) {
         if (row.label != label) continue;
         QDBusMessage event = QDBusMessage::createMethodCall(
-            service, menuPath(service), kMenuInterface, QStringLiteral("Event"));
+            service, path, kMenuInterface, QStringLiteral("Event"));
         event << row.id << QStringLiteral("clicked")
               << QVariant::fromValue(QDBusVariant(QVariant(0)))
               << uint(QDateTime::currentSecsSinceEpoch());

@@ -32,7 +32,8 @@ public:
 
     // The menu of the item, after telling it that it is about to open; absent when it does not
     // answer.
-    std::optional<QList<TrayRow>> openMenu(const QString& service);
+    // The menu at `path`, or at the one the item names now when none is given.
+    std::optional<QList<TrayRow>> openMenu(const QString& service, QString path = {});
     // Clicks the row with that label; false when there is none or the item did not answer.
     bool click(const QString& service, const QString& label);
     // The item's largest icon.
