@@ -1,6 +1,8 @@
 #pragma once
 // Chromium on the virtual desktop, showing pages served from the test process itself.
 
+#include <gtest/gtest.h>
+
 #include <QProcess>
 #include <QStandardPaths>
 
@@ -15,6 +17,15 @@ inline QString chromiumProgram() {
         if (!path.isEmpty()) return path;
     }
     return {};
+}
+
+// For a test that found no Chromium: a failure in CI, which must have it, else a skip. Call
+// as `return missingChromium();` from the test's body.
+inline void missingChromium() {
+    if (qEnvironmentVariable("CI") == QLatin1String("true"))
+        FAIL() << "Chromium is not installed (./run installs the chromium package)";
+    GTEST_SKIP() << "BROWSER TEST SKIPPED: Chromium is not installed (./run installs the "
+                    "chromium package)";
 }
 
 // A certificate for host and its key, made with openssl in dir; false when that fails.
