@@ -1,7 +1,7 @@
 // Mail replies in a real Thunderbird, offline with a throwaway profile: a saved message is
 // opened and answered with Ctrl+R, the reply starting above the quote. The message body is a
-// rich-text document of paragraphs and a quote; Glimmo reads it as one text box with the caret
-// at its start and drafts three replies from the quote below.
+// rich-text document of paragraphs and a quote; Glimmo reads it as one text box, drafts three
+// replies from the quote, Tab puts the first in, and a paragraph typed below is rewritten.
 #include <gtest/gtest.h>
 
 #include <QDir>
@@ -83,6 +83,12 @@ QString windowNamed(const QString& title, int timeoutMs) {
     return id;
 }
 
+// Thunderbird answers no accessibility call while it fetches a paste from our clipboard, and
+// waits for it only briefly: the test asks nothing until the paste has had its time.
+void settle() {
+    waitUntil([] { return false; }, 1500);
+}
+
 struct ThunderbirdOnDesktop : EngineOnDesktop {
     ~ThunderbirdOnDesktop() override {
         if (thunderbird.state() != QProcess::NotRunning) {
@@ -95,7 +101,7 @@ struct ThunderbirdOnDesktop : EngineOnDesktop {
 
 }  // namespace
 
-TEST_F(ThunderbirdOnDesktop, ReplyAboveTheQuoteGetsThreeDraftsFromTheQuote) {
+TEST_F(ThunderbirdOnDesktop, ReplyAboveTheQuoteGetsDraftsAndATypedParagraphARewrite) {
     ASSERT_TRUE(desktop.hasDisplay());
     const QString program = QStandardPaths::findExecutable(QStringLiteral("thunderbird"));
     if (program.isEmpty()) {
@@ -135,4 +141,28 @@ TEST_F(ThunderbirdOnDesktop, ReplyAboveTheQuoteGetsThreeDraftsFromTheQuote) {
     const QString shot = QStringLiteral(GLIMMO_SHOT_DIR "/e2e-thunderbird-drafts.png");
     if (QProcess::execute("import", {"-window", "root", shot}) == 0)
         std::cout << "screenshot of the drafts: " << shot.toStdString() << std::endl;
+
+    const platform::Element box = desktop::focusedElement(platform.ax, thunderbird.processId());
+    ASSERT_TRUE(box);
+    auto value = [&] { return desktop::string(platform.ax, box, "AXValue"); };
+    desktop::xdotool({"key", "Tab"});
+    settle();
+    ASSERT_TRUE(waitUntil([&] { return value().startsWith(kDrafts[0] + u'\n'); }, 5000))
+        << value().toStdString() << log().toStdString();
+    EXPECT_TRUE(value().contains(QStringLiteral("Ana Ruiz wrote:"))) << "the quote stays below";
+
+    // A second paragraph, typed below the draft, comes back rewritten in its place.
+    const QString rewrite = QStringLiteral("Could you send me last week's numbers as well?");
+    testsupport::setStandinScript(home, "answer " + rewrite.toUtf8() + "\n");
+    desktop::xdotool({"key", "Return"});
+    desktop::xdotool({"type", "--delay", "20", "could you send me the numbers of last week too"});
+    ASSERT_TRUE(waitUntil(
+        [&] { return shown.kind == overlay::Shown::Kind::Suggestion && shown.text == rewrite; },
+        30000))
+        << log().toStdString();
+    desktop::xdotool({"key", "Tab"});
+    settle();
+    EXPECT_TRUE(waitUntil(
+        [&] { return value().startsWith(kDrafts[0] + u'\n' + rewrite + u'\n'); }, 5000))
+        << value().toStdString() << log().toStdString();
 }

@@ -18,6 +18,21 @@ constexpr int kSearchIntervalMs = 1000;
 // How long an element reported focused by its own event is believed without asking.
 constexpr int kCheckIntervalMs = 1000;
 
+// Thunderbird's compose window reports focus on a childless panel under the window when it
+// gets the keyboard back (after the synthetic paste), while its message body keeps the focus
+// and the caret. Such an element holds nothing to type into: the element focused before it,
+// when that still has the focus, is the one to follow.
+bool standIn(const AtRef& element) {
+    const auto role = at::role(element);
+    return (role == ATSPI_ROLE_PANEL || role == ATSPI_ROLE_FILLER) &&
+           at::childCount(element).value_or(0) == 0;
+}
+
+bool stillFocused(const AtRef& element) {
+    const auto s = element ? at::states(element) : std::nullopt;
+    return s && s->focused && !s->defunct;
+}
+
 }  // namespace
 
 FocusTracker::~FocusTracker() {
@@ -72,25 +87,42 @@ void FocusTracker::heard(AtspiEvent* event) {
     ++events_;
     const QString bus = at::busName(source);
     if (bus.isEmpty()) return;
+    // Only the event's own fields are read here: a bus call from inside an event can wait on
+    // an application that waits on us (for a paste, or our own windows' accessibility).
     Entry& entry = byBus_[bus];
+    const bool current = entry.element && at::path(entry.element) == at::path(source);
     if (event->detail1) {
         latest_ = source;
-        entry.element = source;
+        if (!current) {
+            if (entry.element) entry.before = entry.element;
+            entry.element = source;
+            entry.judged = false;
+        }
         entry.lastCheck.start();
-    } else if (entry.element && at::path(entry.element) == at::path(source)) {
+    } else if (current) {
+        entry.before = entry.element;
         entry.element = AtRef();
     }
+}
+
+void FocusTracker::passOverStandIn(Entry& entry) {
+    if (!entry.element || entry.judged) return;
+    entry.judged = true;
+    if (!standIn(entry.element)) return;
+    entry.element = stillFocused(entry.before) ? entry.before : AtRef();
+    entry.before = AtRef();
+    if (entry.element) entry.lastCheck.start();
 }
 
 AtRef FocusTracker::focused(const AtRef& application) {
     const QString bus = at::busName(application);
     if (bus.isEmpty()) return {};
     Entry& entry = byBus_[bus];
+    passOverStandIn(entry);
     if (entry.element) {
         if (entry.lastCheck.isValid() && entry.lastCheck.elapsed() < kCheckIntervalMs)
             return entry.element;
-        const auto s = at::states(entry.element);
-        if (s && s->focused && !s->defunct) {
+        if (stillFocused(entry.element)) {
             entry.lastCheck.start();
             return entry.element;
         }
@@ -99,6 +131,7 @@ AtRef FocusTracker::focused(const AtRef& application) {
     if (entry.lastSearch.isValid() && entry.lastSearch.elapsed() < kSearchIntervalMs) return {};
     entry.lastSearch.start();
     entry.element = search(application);
+    entry.judged = true;
     if (entry.element) entry.lastCheck.start();
     return entry.element;
 }
@@ -121,7 +154,7 @@ AtRef FocusTracker::search(const AtRef& application) {
         stack.pop_back();
         const auto s = at::states(node);
         if (!s || s->defunct) continue;
-        if (s->focused) return node;
+        if (s->focused && !standIn(node)) return node;
         const int n = std::min(at::childCount(node).value_or(0), kChildrenLimit);
         for (int i = n - 1; i >= 0; --i) {
             if (AtRef c = at::child(node, i)) stack.push_back(c);

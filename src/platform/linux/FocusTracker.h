@@ -38,9 +38,12 @@ private:
 
     struct Entry {
         AtRef element;
+        AtRef before;        // the element focused before, in case `element` is a stand-in
+        bool judged = true;  // whether `element` was checked for being a stand-in
         QElapsedTimer lastSearch;
         QElapsedTimer lastCheck;  // when the element's focused state was last confirmed
     };
+    void passOverStandIn(Entry& entry);
     std::map<QString, Entry> byBus_;  // bus name of the application -> its focus
     AtspiEventListener* listener_ = nullptr;
     bool activation_ = false;
