@@ -17,21 +17,28 @@ inline int xdotool(const QStringList& args) {
     return QProcess::execute("xdotool", args);
 }
 
-// The visible bubble window of process pid, as the X server places it (root coordinates);
-// absent while none is shown.
-inline std::optional<QRect> bubbleFrame(qint64 pid) {
-    QProcess search;
-    search.start(QStringLiteral("xdotool"),
-                 {"search", "--onlyvisible", "--pid", QString::number(pid), "--name", "^Glimmo$"});
-    search.waitForFinished(5000);
-    const QString id = QString::fromUtf8(search.readAllStandardOutput()).section('\n', 0, 0);
-    if (id.trimmed().isEmpty()) return std::nullopt;
+// What a program prints, waited for.
+inline QString output(const QString& program, const QStringList& args) {
+    QProcess p;
+    p.start(program, args);
+    p.waitForFinished(10000);
+    return QString::fromUtf8(p.readAllStandardOutput()).trimmed();
+}
 
-    QProcess geometry;
-    geometry.start(QStringLiteral("xdotool"), {"getwindowgeometry", "--shell", id.trimmed()});
-    geometry.waitForFinished(5000);
+// The visible window of process pid whose title matches the pattern; empty when there is none.
+inline QString windowOf(qint64 pid, const QString& title) {
+    return output("xdotool",
+                  {"search", "--onlyvisible", "--pid", QString::number(pid), "--name", title})
+        .section('\n', 0, 0);
+}
+
+// That window as the X server places it (root coordinates); absent while there is none.
+inline std::optional<QRect> windowFrame(qint64 pid, const QString& title) {
+    const QString id = windowOf(pid, title);
+    if (id.isEmpty()) return std::nullopt;
     int x = 0, y = 0, w = 0, h = 0;
-    for (const QString& line : QString::fromUtf8(geometry.readAllStandardOutput()).split('\n')) {
+    for (const QString& line :
+         output("xdotool", {"getwindowgeometry", "--shell", id}).split('\n')) {
         const int value = line.section('=', 1).toInt();
         if (line.startsWith("X=")) x = value;
         if (line.startsWith("Y=")) y = value;
@@ -40,6 +47,11 @@ inline std::optional<QRect> bubbleFrame(qint64 pid) {
     }
     if (w <= 0 || h <= 0) return std::nullopt;  // gone between the two questions
     return QRect(x, y, w, h);
+}
+
+// The visible bubble window of process pid.
+inline std::optional<QRect> bubbleFrame(qint64 pid) {
+    return windowFrame(pid, QStringLiteral("^Glimmo$"));
 }
 
 // Runs a program while this process's event loop keeps going (it may have to serve the

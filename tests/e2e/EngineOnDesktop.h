@@ -7,11 +7,14 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include "DesktopHelpers.h"
 #include "Standin.h"
 #include "TempHome.h"
+#include "engine/Glimmo.h"
 #include "platform/Clock.h"
 #include "platform/Defaults.h"
 #include "platform/linux/Desktop.h"
+#include "rules/AppRules.h"
 
 struct EngineOnDesktop : ::testing::Test {
     EngineOnDesktop() {
@@ -37,4 +40,42 @@ struct EngineOnDesktop : ::testing::Test {
     platform::MemoryDefaults defaults;
     platform::SystemClock clock;
     linuxdesk::Desktop desktop;
+};
+
+// The same with the engine on that backend, started by the test once the stand-in's script and
+// the settings are in place.
+struct EngineRunsOnDesktop : EngineOnDesktop {
+    // The application in front as the engine sees it, and the log: for failure messages.
+    std::string seen() const {
+        return "front app: " +
+               (engine.frontApp ? engine.frontApp->bundleId.toStdString() : std::string("none")) +
+               "\n" + log().toStdString();
+    }
+    // Waits until the element focused in process pid holds text (blanks around it aside).
+    ::testing::AssertionResult focusedHolds(qint64 pid, const QString& text) {
+        const platform::Element box = desktop::focusedElement(platform.ax, pid);
+        if (!box) return ::testing::AssertionFailure() << "nothing focused in " << pid;
+        QString value;
+        if (testsupport::waitUntil(
+                [&] {
+                    value = desktop::string(platform.ax, box, "AXValue");
+                    return value.trimmed() == text;
+                },
+                5000))
+            return ::testing::AssertionSuccess();
+        return ::testing::AssertionFailure() << "the focused element holds " << value.toStdString();
+    }
+    bool suggests(const QString& text, int timeoutMs) {
+        return testsupport::waitUntil(
+            [&] {
+                return engine.bubble->visible() && shown.kind == overlay::Shown::Kind::Suggestion &&
+                       shown.text == text;
+            },
+            timeoutMs);
+    }
+
+    platform::Platform platform = desktop.platform(defaults, clock);
+    rules::AppRules rules{defaults};
+    engine::Glimmo engine{platform, rules};
+    const overlay::Shown& shown = engine.bubble->shown();
 };

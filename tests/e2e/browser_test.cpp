@@ -1,19 +1,11 @@
 // A real browser on the virtual desktop: the engine reads the page's host from Chromium's
-// accessibility tree, obeys a site switched off in the settings store, and applies a rewrite
-// inside a page's textarea; a Chromium started without its pages is named for a restart. The page
-// comes from a server in this process, reached under two host names (127.0.0.1 and localhost).
+// accessibility tree, obeys a site switched off, and applies a rewrite inside a page's textarea;
+// a Chromium started without its pages is named for a restart. The page comes from a server in
+// this process, reached under two host names (127.0.0.1 and localhost).
 #include <gtest/gtest.h>
 
-#include <memory>
-
 #include "Chromium.h"
-#include "DesktopHelpers.h"
-#include "Standin.h"
-#include "TempHome.h"
-#include "engine/Glimmo.h"
-#include "platform/JsonDefaults.h"
-#include "platform/linux/Desktop.h"
-#include "rules/AppRules.h"
+#include "EngineOnDesktop.h"
 
 using desktop::Chromium;
 using desktop::chromiumProgram;
@@ -26,19 +18,7 @@ const QByteArray kPage =
     "<h1>Notes</h1><textarea autofocus rows=\"8\" cols=\"70\" aria-label=\"Note\"></textarea>"
     "</body></html>";
 
-struct BrowserOnDesktop : ::testing::Test {
-    BrowserOnDesktop() {
-        testsupport::useStandin(home);
-        home.write(QStringLiteral(".local/share/Glimmo/debug.flag"), {});
-    }
-    QString log() const {
-        return QString::fromUtf8(home.read(QStringLiteral(".local/share/Glimmo/log.txt")));
-    }
-
-    testsupport::TempHome home;  // first: the paths below read the temporary HOME
-    platform::SystemClock clock;
-    linuxdesk::Desktop desktop;
-};
+struct BrowserOnDesktop : EngineRunsOnDesktop {};
 
 }  // namespace
 
@@ -47,12 +27,7 @@ TEST_F(BrowserOnDesktop, SiteSwitchesFollowThePageHostAndRewritesLandInThePage) 
     const QString program = chromiumProgram();
     if (program.isEmpty()) return desktop::missingChromium();
 
-    home.write(QStringLiteral(".config/Glimmo/defaults.json"),
-               R"({"siteOn": {"127.0.0.1": false}})");
-    platform::JsonDefaults defaults(platform::JsonDefaults::standardPath());
-    platform::Platform platform = desktop.platform(defaults, clock);
-    rules::AppRules rules(defaults);
-    engine::Glimmo engine(platform, rules);
+    rules.setSite(QStringLiteral("127.0.0.1"), false);
     engine.start();
 
     desktop::PageServer server(kPage);
@@ -62,18 +37,13 @@ TEST_F(BrowserOnDesktop, SiteSwitchesFollowThePageHostAndRewritesLandInThePage) 
 
     // The switched-off site: the engine knows the page and stays quiet in it.
     ASSERT_TRUE(waitUntil([&] { return engine.frontHost == QStringLiteral("127.0.0.1"); }, 40000))
-        << "front app: " << (engine.frontApp ? engine.frontApp->bundleId.toStdString() : "none")
-        << "\n"
-        << log().toStdString();
+        << seen();
     EXPECT_EQ(engine.frontApp->bundleId, QStringLiteral("com.google.Chrome"));
     EXPECT_TRUE(
         waitUntil([&] { return log().contains(QStringLiteral("debug: off on 127.0.0.1")); }));
     const QString note = QStringLiteral("this note stays as the user wrote it");
     desktop::xdotool({"type", "--delay", "15", note});
-    const platform::Element first = desktop::focusedElement(platform.ax, chromium.pid());
-    ASSERT_TRUE(first);
-    ASSERT_TRUE(waitUntil([&] { return desktop::string(platform.ax, first, "AXValue") == note; }))
-        << desktop::string(platform.ax, first, "AXValue").toStdString();
+    ASSERT_TRUE(focusedHolds(chromium.pid(), note));
     testsupport::waitUntil([] { return false; }, 2500);
     EXPECT_FALSE(engine.bubble->visible());
     EXPECT_TRUE(testsupport::standinRecord(home, QStringLiteral("stdin")).isEmpty())
@@ -89,31 +59,15 @@ TEST_F(BrowserOnDesktop, SiteSwitchesFollowThePageHostAndRewritesLandInThePage) 
 
     desktop::xdotool({"type", "--delay", "15", "the rewrite lands inside the page"});
     const QString rewrite = QStringLiteral("The rewrite lands inside the page.");
-    const overlay::Shown& shown = engine.bubble->shown();
-    ASSERT_TRUE(waitUntil(
-        [&] {
-            return engine.bubble->visible() && shown.kind == overlay::Shown::Kind::Suggestion &&
-                   shown.text == rewrite;
-        },
-        15000))
-        << log().toStdString();
+    ASSERT_TRUE(suggests(rewrite, 15000)) << seen();
     desktop::xdotool({"key", "Tab"});
-
-    const platform::Element box = desktop::focusedElement(platform.ax, chromium.pid());
-    ASSERT_TRUE(box);
-    EXPECT_TRUE(
-        waitUntil([&] { return desktop::string(platform.ax, box, "AXValue") == rewrite; }, 5000))
-        << desktop::string(platform.ax, box, "AXValue").toStdString();
+    EXPECT_TRUE(focusedHolds(chromium.pid(), rewrite));
 }
 
 TEST_F(BrowserOnDesktop, ChromiumWithoutItsPagesIsNamedForARestartUntilItQuits) {
     ASSERT_TRUE(desktop.hasDisplay());
     const QString program = chromiumProgram();
     if (program.isEmpty()) return desktop::missingChromium();
-    platform::JsonDefaults defaults(platform::JsonDefaults::standardPath());
-    platform::Platform platform = desktop.platform(defaults, clock);
-    rules::AppRules rules(defaults);
-    engine::Glimmo engine(platform, rules);
     engine.start();
     {
         desktop::PageServer server(kPage);

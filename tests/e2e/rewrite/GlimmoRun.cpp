@@ -1,31 +1,20 @@
 #include "GlimmoRun.h"
 
-#include <QDir>
-#include <QFile>
 #include <QFileInfo>
-#include <QProcessEnvironment>
-
-#include "DesktopHelpers.h"
-#include "TempHome.h"
 
 namespace {
 const QString kLog = QStringLiteral(".local/share/Glimmo/log.txt");
 }
 
 GlimmoRun::GlimmoRun(const QByteArray& script) {
-    writeHome(QStringLiteral(".local/share/Glimmo/claude-path"), GLIMMO_STANDIN_PATH "\n");
+    home_.write(QStringLiteral(".local/share/Glimmo/claude-path"), GLIMMO_STANDIN_PATH "\n");
     // A user who finished setting up: no setup window takes the focus from the editor.
-    writeHome(QStringLiteral(".config/Glimmo/defaults.json"), R"({"name": "Alex"})");
+    home_.write(QStringLiteral(".config/Glimmo/defaults.json"), R"({"name": "Alex"})");
     setScript(script);
 
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.insert(QStringLiteral("HOME"), home_.path());
-    env.remove(QStringLiteral("XDG_DATA_HOME"));
-    env.remove(QStringLiteral("XDG_CONFIG_HOME"));
-    process_.setProcessEnvironment(env);
     process_.setProcessChannelMode(QProcess::MergedChannels);
-    process_.setStandardOutputFile(home_.filePath(QStringLiteral("output.txt")));
-    process_.start(QStringLiteral(GLIMMO_BINARY), {});
+    process_.setStandardOutputFile(home_.path() + QStringLiteral("/output.txt"));
+    testsupport::startIn(process_, home_.path(), QStringLiteral(GLIMMO_BINARY));
     if (!process_.waitForStarted(5000)) return;
     started_ = testsupport::waitUntil(
         [&] {
@@ -43,38 +32,25 @@ GlimmoRun::~GlimmoRun() {
 }
 
 void GlimmoRun::setScript(const QByteArray& script) {
-    writeHome(QStringLiteral("standin/script"), script);
+    home_.write(QStringLiteral("standin/script"), script);
 }
 
 QByteArray GlimmoRun::standinFile(const QString& name) const {
-    return readHome(QStringLiteral("standin/") + name);
+    return home_.read(QStringLiteral("standin/") + name);
 }
 
 bool GlimmoRun::hasStandinFile(const QString& name) const {
-    return QFileInfo::exists(home_.filePath(QStringLiteral("standin/") + name));
+    return QFileInfo::exists(home_.path() + QStringLiteral("/standin/") + name);
 }
 
 QString GlimmoRun::log() const {
-    return QString::fromUtf8(readHome(kLog));
+    return QString::fromUtf8(home_.read(kLog));
 }
 
 QString GlimmoRun::output() const {
-    return QString::fromUtf8(readHome(QStringLiteral("output.txt")));
+    return QString::fromUtf8(home_.read(QStringLiteral("output.txt")));
 }
 
 std::optional<QRect> GlimmoRun::bubble() const {
     return desktop::bubbleFrame(pid());
-}
-
-QByteArray GlimmoRun::readHome(const QString& relative) const {
-    QFile file(home_.filePath(relative));
-    if (!file.open(QIODevice::ReadOnly)) return {};
-    return file.readAll();
-}
-
-void GlimmoRun::writeHome(const QString& relative, const QByteArray& content) const {
-    const QString full = home_.filePath(relative);
-    QDir().mkpath(QFileInfo(full).absolutePath());
-    QFile file(full);
-    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate)) file.write(content);
 }

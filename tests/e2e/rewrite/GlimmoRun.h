@@ -4,12 +4,23 @@
 // live under that home's standin/ folder. Its bubble is found among the X windows by its
 // title and this process id.
 
+#include <gtest/gtest.h>
+
 #include <QByteArray>
 #include <QProcess>
 #include <QRect>
 #include <QString>
-#include <QTemporaryDir>
+#include <iostream>
 #include <optional>
+
+#include "DesktopHelpers.h"
+#include "TempHome.h"
+#include "platform/linux/AtspiAx.h"
+
+// A stand-in script that answers every request with text.
+inline QByteArray answer(const QString& text) {
+    return "answer " + text.toUtf8() + "\n";
+}
 
 class GlimmoRun {
 public:
@@ -37,10 +48,33 @@ public:
     std::optional<QRect> bubble() const;
 
 private:
-    QByteArray readHome(const QString& relative) const;
-    void writeHome(const QString& relative, const QByteArray& content) const;
-
-    QTemporaryDir home_;
+    testsupport::TempFolder home_;
     QProcess process_;
     bool started_ = false;
+};
+
+// Cases that share one running program, reading the edited text box through AT-SPI; a failed
+// case prints the program's log and output and the box's text.
+class WithGlimmo : public ::testing::Test {
+protected:
+    void TearDown() override {
+        if (!HasFailure()) return;
+        std::cerr << "--- log.txt\n"
+                  << glimmo->log().toStdString() << "--- output\n"
+                  << glimmo->output().toStdString() << "--- text\n"
+                  << value().toStdString() << "\n";
+    }
+    QString value() const { return field ? desktop::string(*ax, field, "AXValue") : QString(); }
+    // The bubble waits for a pause, the stand-in's answer and a poll: a few seconds at most.
+    bool bubbleShown(bool shown, int timeoutMs = 15000) const {
+        return testsupport::waitUntil([&] { return glimmo->bubble().has_value() == shown; },
+                                      timeoutMs);
+    }
+    static void pause(int ms) {
+        testsupport::waitUntil([] { return false; }, ms);
+    }
+
+    static inline GlimmoRun* glimmo = nullptr;
+    static inline linuxdesk::AtspiAx* ax = nullptr;
+    platform::Element field;
 };

@@ -4,16 +4,11 @@
 // other's text, so they run in the order written.
 #include <gtest/gtest.h>
 
-#include <QCryptographicHash>
 #include <QImage>
 #include <QProcess>
-#include <iostream>
 
-#include "DesktopHelpers.h"
 #include "GlimmoRun.h"
 #include "GtkEditor.h"
-#include "TempHome.h"
-#include "platform/linux/AtspiAx.h"
 #include "platform/linux/QtClipboard.h"
 #include "platform/linux/QtScreens.h"
 
@@ -32,35 +27,8 @@ const QString kKept = QStringLiteral("please send me the numbrs by friday");
 const QString kPassword = QStringLiteral("hunter two secret words");
 const QString kClipText = QStringLiteral("kept on the clipboard \U0001F600");
 
-// The bubble waits for a pause, the stand-in's answer and a poll: a few seconds at most.
-constexpr int kBubbleWaitMs = 15000;
-
-QByteArray answer(const QString& text) {
-    return "answer " + text.toUtf8() + "\n";
-}
-
-void pause(int ms) {
-    waitUntil([] { return false; }, ms);
-}
-
 void type(const QString& text) {
     desktop::xdotool({"type", "--delay", "25", "--", text});
-}
-
-// One line per type: its name, size and a digest of its bytes (reads well in a failure).
-std::string describe(const platform::ClipContents& contents) {
-    std::string out;
-    for (const auto& item : contents) {
-        out += "item\n";
-        for (const auto& [type, data] : item.types)
-            out += "  " + type.toStdString() + " " + std::to_string(data.size()) + " bytes " +
-                   QCryptographicHash::hash(data, QCryptographicHash::Sha1)
-                       .toHex()
-                       .left(12)
-                       .toStdString() +
-                   "\n";
-    }
-    return out;
 }
 
 // What a GTK application finds on the clipboard, with the targets as a sorted set less the
@@ -82,7 +50,7 @@ QString screenshotPath() {
     return QStringLiteral(GLIMMO_SHOT_DIR "/e2e-rewrite-bubble.png");
 }
 
-class Rewrite : public ::testing::Test {
+class Rewrite : public WithGlimmo {
 protected:
     static void SetUpTestSuite() {
         // Another application owns the clipboard (a text and an image item) before the editor
@@ -107,20 +75,6 @@ protected:
         ASSERT_TRUE(field) << "the editor's text view has no accessible focus";
     }
 
-    void TearDown() override {
-        if (!HasFailure()) return;
-        std::cerr << "--- log.txt\n"
-                  << glimmo->log().toStdString() << "--- output\n"
-                  << glimmo->output().toStdString() << "--- text\n"
-                  << value().toStdString() << "\n";
-    }
-
-    QString value() const { return field ? desktop::string(*ax, field, "AXValue") : QString(); }
-
-    bool bubbleShown(bool shown, int timeoutMs = kBubbleWaitMs) const {
-        return waitUntil([&] { return glimmo->bubble().has_value() == shown; }, timeoutMs);
-    }
-
     // Starts a new paragraph at the end of the text and types text into it.
     void typeParagraph(const QString& text) {
         desktop::xdotool({"key", "ctrl+End", "Return", "Return"});
@@ -129,9 +83,6 @@ protected:
 
     static inline GtkEditor* owner = nullptr;
     static inline GtkEditor* editor = nullptr;
-    static inline GlimmoRun* glimmo = nullptr;
-    static inline linuxdesk::AtspiAx* ax = nullptr;
-    platform::Element field;
 };
 
 TEST_F(Rewrite, NoCompositorOnTheVirtualDesktop) {
@@ -187,7 +138,6 @@ TEST_F(Rewrite, TabReplacesTheTypedParagraphAndTheClipboardComesBack) {
 
     // The rewrite went through the clipboard; 0.6 s after the paste it is the user's again.
     pause(1500);
-    EXPECT_EQ(describe(clipboard.save()), describe(before));
     EXPECT_EQ(clipboard.save(), before);
     EXPECT_EQ(foreignContent(), foreignBefore);
     EXPECT_EQ(value(), kStart + kRewrite);

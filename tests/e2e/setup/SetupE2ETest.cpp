@@ -4,32 +4,26 @@
 #include <QFile>
 #include <QImage>
 #include <QProcess>
-#include <QTemporaryDir>
 
 #include "DesktopHelpers.h"
 #include "TempHome.h"
 
 namespace {
 
+using desktop::output;
 using testsupport::waitUntil;
 
-QString run(const QString& program, const QStringList& args) {
-    QProcess p;
-    p.start(program, args);
-    p.waitForFinished(10000);
-    return QString::fromUtf8(p.readAllStandardOutput()).trimmed();
-}
-
 void setAccessibility(bool on) {
-    run("dbus-send", {"--session", "--print-reply", "--dest=org.a11y.Bus", "/org/a11y/bus",
-                      "org.freedesktop.DBus.Properties.Set", "string:org.a11y.Status",
-                      "string:IsEnabled", on ? "variant:boolean:true" : "variant:boolean:false"});
+    output("dbus-send",
+           {"--session", "--print-reply", "--dest=org.a11y.Bus", "/org/a11y/bus",
+            "org.freedesktop.DBus.Properties.Set", "string:org.a11y.Status", "string:IsEnabled",
+            on ? "variant:boolean:true" : "variant:boolean:false"});
 }
 
 bool accessibilityOn() {
-    return run("dbus-send", {"--session", "--print-reply=literal", "--dest=org.a11y.Bus",
-                             "/org/a11y/bus", "org.freedesktop.DBus.Properties.Get",
-                             "string:org.a11y.Status", "string:IsEnabled"})
+    return output("dbus-send", {"--session", "--print-reply=literal", "--dest=org.a11y.Bus",
+                                "/org/a11y/bus", "org.freedesktop.DBus.Properties.Get",
+                                "string:org.a11y.Status", "string:IsEnabled"})
         .contains("true");
 }
 
@@ -37,21 +31,17 @@ class Program {
 public:
     Program() {
         // claude answers the verification only once the test says it is signed in.
-        const QString claude = write("bin/claude",
-                                     "#!/bin/sh\ncat >/dev/null\necho asked >> \"$HOME/asked\"\n"
-                                     "[ -f \"$HOME/signed-in\" ] && echo OK && exit 0\n"
-                                     "echo 'Not logged in · Please run /login'; exit 1\n");
+        const QString claude =
+            home_.write("bin/claude",
+                        "#!/bin/sh\ncat >/dev/null\necho asked >> \"$HOME/asked\"\n"
+                        "[ -f \"$HOME/signed-in\" ] && echo OK && exit 0\n"
+                        "echo 'Not logged in · Please run /login'; exit 1\n");
         QFile::setPermissions(claude, QFile::permissions(claude) | QFile::ExeOwner);
-        write(".local/share/Glimmo/claude-path", claude.toUtf8() + '\n');
+        home_.write(".local/share/Glimmo/claude-path", claude.toUtf8() + '\n');
 
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert("HOME", home_.path());
-        env.remove("XDG_DATA_HOME");
-        env.remove("XDG_CONFIG_HOME");
-        process_.setProcessEnvironment(env);
         process_.setProcessChannelMode(QProcess::MergedChannels);
-        process_.setStandardOutputFile(home_.filePath("output.txt"));
-        process_.start(GLIMMO_BINARY, {});
+        process_.setStandardOutputFile(home_.path() + "/output.txt");
+        testsupport::startIn(process_, home_.path(), GLIMMO_BINARY);
     }
     ~Program() {
         process_.terminate();
@@ -59,43 +49,27 @@ public:
         process_.waitForFinished(1000);
     }
 
-    QString write(const QString& relative, const QByteArray& content) {
-        const QString path = home_.filePath(relative);
-        QDir().mkpath(path.section('/', 0, -2));
-        QFile f(path);
-        if (f.open(QIODevice::WriteOnly)) f.write(content);
-        return path;
+    void write(const QString& relative, const QByteArray& content) {
+        home_.write(relative, content);
     }
-    QString read(const QString& relative) const {
-        QFile f(home_.filePath(relative));
-        return f.open(QIODevice::ReadOnly) ? QString::fromUtf8(f.readAll()) : QString();
-    }
+    QString read(const QString& relative) const { return QString::fromUtf8(home_.read(relative)); }
     QString log() const { return read(".local/share/Glimmo/log.txt"); }
     QString settings() const { return read(".config/Glimmo/defaults.json"); }
     qint64 pid() const { return process_.processId(); }
 
 private:
-    QTemporaryDir home_;
+    testsupport::TempFolder home_;
     QProcess process_;
 };
 
 // The setup window of that process, looked up afresh: switching accessibility on may make Qt
 // re-create it. Empty while there is none.
 QString setupWindow(qint64 pid) {
-    return run("xdotool", {"search", "--onlyvisible", "--pid", QString::number(pid), "--name",
-                           "^Set up Glimmo$"})
-        .section('\n', 0, 0);
+    return desktop::windowOf(pid, "^Set up Glimmo$");
 }
 
 QSize windowSize(qint64 pid) {
-    QSize size;
-    const QString id = setupWindow(pid);
-    if (id.isEmpty()) return size;
-    for (const QString& line : run("xdotool", {"getwindowgeometry", "--shell", id}).split('\n')) {
-        if (line.startsWith("WIDTH=")) size.setWidth(line.mid(6).toInt());
-        if (line.startsWith("HEIGHT=")) size.setHeight(line.mid(7).toInt());
-    }
-    return size;
+    return desktop::windowFrame(pid, "^Set up Glimmo$").value_or(QRect()).size();
 }
 
 // A picture of the window, left in the build folder to be looked at.
@@ -103,7 +77,7 @@ QImage shot(qint64 pid, const QString& name) {
     const QString path = QStringLiteral(GLIMMO_SHOT_DIR "/setup-e2e-%1.png").arg(name);
     QFile::remove(path);
     waitUntil([] { return false; }, 300);  // the last change drawn
-    run("import", {"-window", setupWindow(pid), path});
+    output("import", {"-window", setupWindow(pid), path});
     return QImage(path);
 }
 

@@ -7,7 +7,6 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
-#include <QTemporaryDir>
 
 #include "GtkEditor.h"
 #include "TempHome.h"
@@ -41,39 +40,20 @@ bool alive(qint64 pid) {
 }
 
 // The built program in a home of its own; the home outlives a run so a second one sees it.
-class Home {
+class Home : public testsupport::TempFolder {
 public:
     Home() {
         write(".local/share/Glimmo/claude-path", GLIMMO_STANDIN_PATH "\n");
         write("standin/script", "startup 0\n");
     }
-    QString path() const { return dir_.path(); }
-    void write(const QString& relative, const QByteArray& content) const {
-        const QString full = dir_.filePath(relative);
-        QDir().mkpath(QFileInfo(full).absolutePath());
-        QFile file(full);
-        if (file.open(QIODevice::WriteOnly | QIODevice::Truncate)) file.write(content);
-    }
-    QByteArray read(const QString& relative) const {
-        QFile file(dir_.filePath(relative));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-    bool has(const QString& relative) const { return QFile::exists(dir_.filePath(relative)); }
+    bool has(const QString& relative) const { return QFile::exists(path() + "/" + relative); }
 
     // Starts the program with these arguments.
     void start(QProcess& process, const QStringList& args = {}) const {
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert("HOME", path());
-        env.remove("XDG_DATA_HOME");
-        env.remove("XDG_CONFIG_HOME");
-        process.setProcessEnvironment(env);
         process.setProcessChannelMode(QProcess::ForwardedChannels);
-        process.start(GLIMMO_BINARY, args);
+        testsupport::startIn(process, path(), GLIMMO_BINARY, args);
         process.waitForStarted(5000);
     }
-
-private:
-    QTemporaryDir dir_;
 };
 
 class Tray : public ::testing::Test {

@@ -7,14 +7,10 @@
 #include <gtest/gtest.h>
 
 #include <QProcess>
-#include <iostream>
 
-#include "DesktopHelpers.h"
 #include "GlimmoRun.h"
 #include "GtkEditor.h"
-#include "TempHome.h"
 #include "WaylandKeys.h"
-#include "platform/linux/AtspiAx.h"
 
 using testsupport::waitUntil;
 
@@ -25,16 +21,7 @@ const QString kTyped = QStringLiteral("we need teh deck befor tomorow");
 const QString kRewrite = QStringLiteral("We need the deck before tomorrow.");
 const QString kDismissed = QStringLiteral("the meeting is moved to thursday afernoon");
 
-constexpr int kBubbleWaitMs = 15000;
 const QRect kScreen(0, 0, 1280, 800);
-
-QByteArray answer(const QString& text) {
-    return "answer " + text.toUtf8() + "\n";
-}
-
-void pause(int ms) {
-    waitUntil([] { return false; }, ms);
-}
 
 // What an X11 application finds on the clipboard (targets, text, image size).
 QString x11Clipboard() {
@@ -47,7 +34,7 @@ QString x11Clipboard() {
     return QString::fromUtf8(p.readAllStandardOutput());
 }
 
-class NativeRewrite : public ::testing::Test {
+class NativeRewrite : public WithGlimmo {
 protected:
     static void SetUpTestSuite() {
         // GTK takes its backend from the environment when the owner starts.
@@ -71,14 +58,6 @@ protected:
         ASSERT_TRUE(clipboard.contains("text kept on the clipboard")) << clipboard.toStdString();
     }
 
-    void TearDown() override {
-        if (!HasFailure()) return;
-        std::cerr << "--- log.txt\n"
-                  << glimmo->log().toStdString() << "--- output\n"
-                  << glimmo->output().toStdString() << "--- text\n"
-                  << value().toStdString() << "\n";
-    }
-
     // Starts a native editor holding kStart, its caret in the empty last paragraph.
     void open(const QString& program) {
         editor = std::make_unique<GtkEditor>(QStringList{"--text", kStart}, program);
@@ -88,20 +67,14 @@ protected:
         ASSERT_TRUE(desktop::waylandKeys("ctrl+End"));
     }
 
-    QString value() const { return field ? desktop::string(*ax, field, "AXValue") : QString(); }
-
-    bool bubbleShown(bool shown, int timeoutMs = kBubbleWaitMs) const {
-        return waitUntil([&] { return glimmo->bubble().has_value() == shown; }, timeoutMs);
-    }
-
     // Types a paragraph and waits for its suggestion, which sits wholly on the screen.
     void typeUntilSuggested(const QString& expected, const QString& typed) {
         ASSERT_TRUE(desktop::waylandType(typed));
         ASSERT_TRUE(waitUntil([&] { return value() == expected; })) << value().toStdString();
         ASSERT_TRUE(bubbleShown(true)) << "no bubble appeared";
         const QRect frame = *glimmo->bubble();
-        EXPECT_TRUE(kScreen.contains(frame)) << frame.x() << "," << frame.y() << " "
-                                             << frame.width() << "x" << frame.height();
+        EXPECT_TRUE(kScreen.contains(frame))
+            << frame.x() << "," << frame.y() << " " << frame.width() << "x" << frame.height();
     }
 
     // Tab replaces the typed paragraph with the suggestion; the clipboard stays as it was.
@@ -117,10 +90,7 @@ protected:
     }
 
     static inline GtkEditor* owner = nullptr;
-    static inline GlimmoRun* glimmo = nullptr;
-    static inline linuxdesk::AtspiAx* ax = nullptr;
     std::unique_ptr<GtkEditor> editor;
-    platform::Element field;
     QString clipboard;
 };
 

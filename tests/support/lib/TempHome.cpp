@@ -14,7 +14,7 @@ TempHome::TempHome() {
         saved_[name] =
             qEnvironmentVariableIsSet(name) ? std::optional(qgetenv(name)) : std::nullopt;
     }
-    qputenv("HOME", dir_.path().toLocal8Bit());
+    qputenv("HOME", path().toLocal8Bit());
     qunsetenv("XDG_DATA_HOME");
     qunsetenv("XDG_CONFIG_HOME");
 }
@@ -28,7 +28,7 @@ TempHome::~TempHome() {
     }
 }
 
-QString TempHome::write(const QString& relative, const QByteArray& content) const {
+QString TempFolder::write(const QString& relative, const QByteArray& content) const {
     const QString full = dir_.path() + QLatin1Char('/') + relative;
     QDir().mkpath(QFileInfo(full).absolutePath());
     QFile file(full);
@@ -36,10 +36,20 @@ QString TempHome::write(const QString& relative, const QByteArray& content) cons
     return full;
 }
 
-QByteArray TempHome::read(const QString& relative) const {
+QByteArray TempFolder::read(const QString& relative) const {
     QFile file(dir_.path() + QLatin1Char('/') + relative);
     if (!file.open(QIODevice::ReadOnly)) return {};
     return file.readAll();
+}
+
+void startIn(QProcess& process, const QString& home, const QString& program,
+             const QStringList& args) {
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("HOME"), home);
+    env.remove(QStringLiteral("XDG_DATA_HOME"));
+    env.remove(QStringLiteral("XDG_CONFIG_HOME"));
+    process.setProcessEnvironment(env);
+    process.start(program, args);
 }
 
 bool waitUntil(const std::function<bool()>& pred, int timeoutMs) {

@@ -1,8 +1,9 @@
 #pragma once
-// Points HOME and the XDG folders at a fresh temporary folder for the life of the object, so a
-// test never touches the real user's files. Restores the previous values afterwards.
+// TempHome points HOME and the XDG folders at a fresh temporary folder for the life of the
+// object, so a test never touches the real user's files. Restores the previous values afterwards.
 
 #include <QByteArray>
+#include <QProcess>
 #include <QString>
 #include <QTemporaryDir>
 #include <functional>
@@ -11,22 +12,32 @@
 
 namespace testsupport {
 
-class TempHome {
+// A temporary folder alone, for a program started with its HOME there (startIn).
+class TempFolder {
+public:
+    QString path() const { return dir_.path(); }
+    // Writes a file under the folder (folders created), returns its absolute path.
+    QString write(const QString& relative, const QByteArray& content) const;
+    QByteArray read(const QString& relative) const;
+
+private:
+    QTemporaryDir dir_;
+};
+
+class TempHome : public TempFolder {
 public:
     TempHome();
     ~TempHome();
     TempHome(const TempHome&) = delete;
     TempHome& operator=(const TempHome&) = delete;
 
-    QString path() const { return dir_.path(); }
-    // Writes a file under the home folder (folders created), returns its absolute path.
-    QString write(const QString& relative, const QByteArray& content) const;
-    QByteArray read(const QString& relative) const;
-
 private:
-    QTemporaryDir dir_;
     std::map<QByteArray, std::optional<QByteArray>> saved_;
 };
+
+// Starts program with HOME at home and no XDG folders set, so it keeps its files there.
+void startIn(QProcess& process, const QString& home, const QString& program,
+             const QStringList& args = {});
 
 // Spins the event loop until pred() holds or timeoutMs passes; returns pred().
 bool waitUntil(const std::function<bool()>& pred, int timeoutMs = 5000);
