@@ -14,27 +14,6 @@ struct TextFieldHelpers : ::testing::Test {
     Element el = field->handle();
 };
 
-TEST_F(TextFieldHelpers, TypedReadsAndTheFocusedElement) {
-    EXPECT_EQ(ax::stringAttr(ax, el, "AXValue"), "Hello there");
-    EXPECT_FALSE(ax::stringAttr(ax, el, "AXSelectedTextRange"));  // a range, not a string
-    EXPECT_FALSE(ax::stringAttr(ax, nullptr, "AXValue"));
-    EXPECT_FALSE(ax::elementAttr(ax, el, "AXValue"));
-    field->set("AXTitleUIElement", Element());  // a null element is no element
-    EXPECT_FALSE(ax::elementAttr(ax, el, "AXTitleUIElement"));
-
-    auto focused = ax::focusedElement(ax, desk.frontApp()->pid());
-    ASSERT_TRUE(focused);
-    EXPECT_TRUE(ax.same(*focused, el));
-    EXPECT_FALSE(ax::focusedElement(ax, 99999));
-    desk.frontApp()->focus(nullptr);
-    EXPECT_FALSE(ax::focusedElement(ax, desk.frontApp()->pid()));
-
-    EXPECT_EQ(ax::selectedRange(ax, el), (Range{11, 0}));
-    EXPECT_FALSE(ax::markedRange(ax, el));
-    field->setMarked(Range{6, 5});
-    EXPECT_EQ(ax::markedRange(ax, el), (Range{6, 5}));
-}
-
 TEST_F(TextFieldHelpers, SetSelectedRangeTrustsOnlyTheReadBack) {
     EXPECT_TRUE(ax::setSelectedRange(ax, el, 0, 5));
     EXPECT_EQ(field->selectedText(), "Hello");

@@ -65,9 +65,6 @@ protected:
         desk.keyboard().clearPosted();
     }
     const overlay::Shown& bubble() { return engine->bubble->shown(); }
-    bool suggestionShown() {
-        return engine->bubble->visible() && bubble().kind == overlay::Shown::Kind::Suggestion;
-    }
 
     testsupport::TempHome home;  // first: every path below it reads the temporary HOME
     fake::Desktop desk;

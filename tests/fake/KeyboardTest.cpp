@@ -59,28 +59,4 @@ TEST_F(FakeKeyboard, PasteReplacesTheSelectionAndCleanupRemovesTheOldFirstCharac
     EXPECT_EQ(desk.keyboard().posted().front(), (fake::Keyboard::Press{key::V, flag::Command}));
 }
 
-TEST_F(FakeKeyboard, RightAndDeleteKeepSurrogatePairsWhole) {
-    auto field = desk.openField("x", QString::fromUtf8("a\xF0\x9F\x98\x80z"));  // a😀z
-    field->setCaret(1);
-    post(key::Right);
-    EXPECT_EQ(field->selection(), (Range{3, 0}));
-    field->setCaret(1);
-    post(key::ForwardDelete);
-    EXPECT_EQ(field->text(), "az");
-}
-
-TEST_F(FakeKeyboard, SelectAllAndKeysGoOnlyToTheFrontmostFocusedField) {
-    auto field = desk.openField("x", "All of it");
-    post(key::A, flag::Command);
-    EXPECT_EQ(field->selection(), (Range{0, 9}));
-    desk.setFrontmost(std::nullopt);
-    desk.clipboard().setText("lost");
-    post(key::V, flag::Command);
-    EXPECT_EQ(field->text(), "All of it");
-    field->quirks().ignoreKeys = true;
-    desk.setFrontmost(desk.workspace().byBundleId("x")->pid());
-    post(key::V, flag::Command);
-    EXPECT_EQ(field->text(), "All of it");
-}
-
 }  // namespace

@@ -1,8 +1,8 @@
-// The frontmost application and its identity over X11, and the login item.
+// The frontmost application and its identity over X11 (the login item is checked through the
+// tray, end to end).
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
-#include <QFileInfo>
 
 #include "DesktopHelpers.h"
 #include "GtkEditor.h"
@@ -60,17 +60,4 @@ TEST(Workspace, CatalogueIdentityAndDesktopEntryName) {
     ASSERT_TRUE(installed);
     EXPECT_EQ(installed->name, "Chat Client");
     EXPECT_FALSE(ws.installed("com.hnc.Discord"));
-}
-
-TEST(Workspace, LoginItemIsAnAutostartEntry) {
-    testsupport::TempHome home;
-    linuxdesk::X11Workspace ws;
-    EXPECT_FALSE(ws.loginItemEnabled());
-    ASSERT_TRUE(ws.setLoginItem(true));
-    EXPECT_TRUE(ws.loginItemEnabled());
-    const QByteArray entry = home.read(".config/autostart/glimmo.desktop");
-    EXPECT_TRUE(entry.contains("Exec=" + QCoreApplication::applicationFilePath().toUtf8()));
-    ASSERT_TRUE(ws.setLoginItem(false));
-    EXPECT_FALSE(ws.loginItemEnabled());
-    EXPECT_FALSE(QFileInfo::exists(home.path() + "/.config/autostart/glimmo.desktop"));
 }

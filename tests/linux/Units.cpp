@@ -40,7 +40,6 @@ TEST(TextOffsets, LoneSurrogatesCountAsOneCharacter) {
 }
 
 #include "platform/linux/DesktopEntries.h"
-#include "platform/linux/LinuxInputSource.h"
 
 TEST(DesktopEntry, LocalizedNameAndOnlyApplications) {
     const QByteArray text =
@@ -58,13 +57,6 @@ TEST(DesktopEntry, LocalizedNameAndOnlyApplications) {
     EXPECT_TRUE(
         parseDesktopEntry("[Desktop Entry]\nType=Application\nName=A\nNoDisplay=true\n", "x", "")
             ->hidden);
-}
-
-TEST(InputSourceNames, LayoutsAndLocalesBecomeLanguageCodes) {
-    EXPECT_EQ(LinuxInputSource::languageOfLayout("cn"), "zh-Hans");
-    EXPECT_EQ(LinuxInputSource::languageOfLayout("xx"), "");
-    EXPECT_EQ(LinuxInputSource::languageOfLocale("zh_CN"), "zh-CN");
-    EXPECT_EQ(LinuxInputSource::languageOfLocale("other"), "");
 }
 
 #include "platform/linux/WindowMapping.h"
@@ -161,8 +153,9 @@ TEST(ProcessNames, LauncherEntryScopeAndExecutableFromAProcFolder) {
     environ.close();
     QFile cgroup(dir + "/cgroup");
     ASSERT_TRUE(cgroup.open(QIODevice::WriteOnly));
-    cgroup.write("0::/user.slice/user-1000.slice/user@1000.service/app.slice/"
-                 "app-gnome-org.gnome.TextEditor-4242.scope\n");
+    cgroup.write(
+        "0::/user.slice/user-1000.slice/user@1000.service/app.slice/"
+        "app-gnome-org.gnome.TextEditor-4242.scope\n");
     cgroup.close();
     ASSERT_TRUE(QFile::link("/usr/bin/gnome-text-editor", dir + "/exe"));
 
@@ -187,8 +180,8 @@ TEST(TypedTab, OnlyOneTabAtTheCaretCounts) {
     const QString before = "One.\nTwo words";
     EXPECT_TRUE(tabTypedAt(before, 14, "One.\nTwo words\t"));
     EXPECT_TRUE(tabTypedAt(before, 4, "One.\t\nTwo words"));
-    EXPECT_FALSE(tabTypedAt(before, 14, "One.\nTwo words "));    // another key
-    EXPECT_FALSE(tabTypedAt(before, 4, "One.\nTwo words\t"));    // not at the caret
+    EXPECT_FALSE(tabTypedAt(before, 14, "One.\nTwo words "));     // another key
+    EXPECT_FALSE(tabTypedAt(before, 4, "One.\nTwo words\t"));     // not at the caret
     EXPECT_FALSE(tabTypedAt(before, 14, "One.\nTwo words\t\t"));  // more than one key
-    EXPECT_FALSE(tabTypedAt(before, 14, "One.\nTwo Words\t"));   // the text changed as well
+    EXPECT_FALSE(tabTypedAt(before, 14, "One.\nTwo Words\t"));    // the text changed as well
 }

@@ -38,24 +38,6 @@ TEST(BubbleView, AMouseClickAnywhereApplies) {
     EXPECT_EQ(applied, 2);
 }
 
-TEST(ReplyView, RowsFillTheListWidthInOrderWithTheMoreRowAndHintBelow) {
-    overlay::ReplyView view;
-    view.set(three, 1, false, overlay::replyHint, {});
-    const int without = view.sizeHint().height();
-    EXPECT_EQ(view.sizeHint().width(), 460);
-    for (int i = 0; i < 3; ++i) EXPECT_EQ(view.rowRect(i).width(), 448);
-    EXPECT_GT(view.rowRect(1).y(), view.rowRect(0).bottom());
-    EXPECT_GT(view.rowRect(2).y(), view.rowRect(1).bottom());
-
-    view.set(three, 1, true, overlay::replyHint, {});
-    const int with = view.sizeHint().height();
-    EXPECT_GT(with - without, 13);  // the "…" row
-    // Between the last option and the hint line.
-    EXPECT_EQ(view.rowAt(QPointF(100, view.rowRect(2).bottom() + 8)), -1);
-    EXPECT_EQ(view.rowAt(QPointF(100, with - 4)), -1);
-    EXPECT_EQ(view.rowAt(QPointF(3, view.rowRect(0).center().y())), -1);
-}
-
 TEST(ReplyView, AMouseClickOnARowPicksItOnlyThatRow) {
     overlay::ReplyView view;
     std::vector<int> picked;

@@ -28,13 +28,9 @@ TEST(AppRules, FreshInstallation) {
     platform::MemoryDefaults d;
     AppRules r(d);
     EXPECT_TRUE(r.isOn(slack, std::nullopt));
-    EXPECT_TRUE(r.isOn("com.apple.mail", std::nullopt));
-    EXPECT_TRUE(r.isOn("com.apple.Notes", std::nullopt));
     EXPECT_TRUE(r.isOn(chrome, QString("www.linkedin.com")));
-    EXPECT_FALSE(r.isOn("com.openai.chat", std::nullopt));
     EXPECT_FALSE(r.isOn(terminal, std::nullopt));
     EXPECT_FALSE(r.isOn(chrome, QString("chatgpt.com")));
-    EXPECT_FALSE(r.isOn(safari, QString("github.com")));
     EXPECT_FALSE(r.isOn(onePassword, std::nullopt));
     EXPECT_TRUE(r.isOn(figma, std::nullopt));
     EXPECT_FALSE(r.siteState("www.linkedin.com"));
@@ -221,11 +217,9 @@ TEST(AppRules, MigrationFromPausedRunsOnce) {
         EXPECT_EQ(r.appOn().at(slack), false);
         EXPECT_FALSE(r.appOn().count(terminal));
         EXPECT_EQ(r.appOn().at(xcode), true);
-        EXPECT_EQ(r.appOn().at("com.anthropic.claudefordesktop"), true);
         EXPECT_EQ(r.appOn().at(onePassword), true);  // stored, never read: the kind is locked
         EXPECT_FALSE(r.isOn(onePassword, std::nullopt));
         EXPECT_TRUE(r.isOn(xcode, std::nullopt));
-        EXPECT_EQ(r.appOn().size(), 11u);  // Slack, and the ten others of defaultPaused
         EXPECT_EQ(d.boolValue("rulesMigrated"), true);
         EXPECT_EQ(d.boolMap("appOn"), r.appOn());
         r.setApp(xcode, false);
@@ -247,16 +241,6 @@ TEST(AppRules, NoMigrationWithoutAListOfStrings) {
     e.setBool("rulesMigrated", true);
     AppRules s(e);
     EXPECT_TRUE(s.appOn().empty());
-}
-
-TEST(AppRules, SharedIsCreatedOnce) {
-    platform::MemoryDefaults first, second;
-    AppRules& a = AppRules::shared(first);
-    AppRules& b = AppRules::shared(second);
-    EXPECT_EQ(&a, &b);
-    a.setOtherOn(false);
-    EXPECT_EQ(first.boolValue("otherOn"), false);
-    EXPECT_FALSE(second.value("otherOn"));
 }
 
 }  // namespace
