@@ -40,7 +40,6 @@ TEST_F(Capture, MailWindowAboveTheBoxAndQuotedMessageInsideIt) {
     ASSERT_TRUE(context);
     EXPECT_EQ(context->conversation, "Ann: lunch at noon?   Bob: sure   \n");
     EXPECT_EQ(context->quoted, "> Ann wrote:\n> lunch at noon?");
-    EXPECT_FALSE(context->gmail);
     // The caret after the quote: nothing quoted; a caret past the end is clamped.
     EXPECT_EQ(ax::replyContext(ax, desk.clock(), mail.info(), mail.element()->handle(),
                                box->handle(), box->text(), 999)

@@ -29,21 +29,6 @@ TEST_F(FakeKeyboard, ParagraphMovesSelectAllButTheFirstCharacter) {
     EXPECT_EQ(field->selection(), (Range{15, 0}));
 }
 
-TEST_F(FakeKeyboard, ParagraphMovesStepToNeighboursAtTheEdges) {
-    auto field = desk.openField("x", "ab\r\ncd\u2029ef");
-    field->setCaret(4);  // start of "cd", after CRLF
-    post(key::Up, flag::Option);
-    EXPECT_EQ(field->selection(), (Range{0, 0}));
-    field->setCaret(6);  // end of "cd"
-    post(key::Down, flag::Option);
-    EXPECT_EQ(field->selection(), (Range{9, 0}));
-    post(key::Down, flag::Option);  // at the text's end: stays
-    EXPECT_EQ(field->selection(), (Range{9, 0}));
-    field->setCaret(0);
-    post(key::Down, flag::Option);
-    EXPECT_EQ(field->selection(), (Range{2, 0}));
-}
-
 TEST_F(FakeKeyboard, PasteReplacesTheSelectionAndCleanupRemovesTheOldFirstCharacter) {
     auto field = desk.openField("x", "Keep.\nhelo wrld\nKeep.");
     desk.clipboard().setText("Hello world.");

@@ -120,6 +120,10 @@ TEST(Modes, WindowImagesWithoutDisplay) {
     EXPECT_EQ(QImage(home.path() + "/apps.png").size(), QSize(520, 600));
     EXPECT_EQ(QImage(home.path() + "/apps-open.png").size(), QSize(520, 900));
     EXPECT_EQ(QImage(home.path() + "/ui-apps.png").height(), 700);
+    // The bubble on a transparent ground: rounded corners leave the very corner clear.
+    const QImage bubble(home.path() + "/ui-bubble.png");
+    EXPECT_EQ(bubble.pixelColor(0, 0).alpha(), 0);
+    EXPECT_EQ(bubble.pixelColor(bubble.width() / 2, 2).alpha(), 255);
 
     QList<int> heights;
     for (const char* state :
