@@ -69,6 +69,26 @@ inline QString foreignClipboard() {
     return runServing(qEnvironmentVariable("GLIMMO_GTK_EDITOR"), {"--print-clipboard"});
 }
 
+// The window whose title matches this pattern (xdotool's regular expression), waited for;
+// empty when none shows.
+inline QString windowNamed(const QString& title, int timeoutMs) {
+    QString id;
+    testsupport::waitUntil(
+        [&] {
+            id = output("xdotool", {"search", "--name", title}).section('\n', 0, 0);
+            return !id.isEmpty();
+        },
+        timeoutMs);
+    return id;
+}
+
+// A mail application answers no accessibility call while it fetches a paste from our
+// clipboard, and waits for it only briefly: a test asks nothing until the paste has had its
+// time, serving the clipboard meanwhile.
+inline void settle() {
+    testsupport::waitUntil([] { return false; }, 1500);
+}
+
 // The focused element of a process, waited for; null when none appears in time.
 inline platform::Element focusedElement(platform::Ax& ax, qint64 pid, int timeoutMs = 10000) {
     platform::Element found;

@@ -12,12 +12,17 @@
 
 #include "DesktopHelpers.h"
 #include "EngineOnDesktop.h"
+#include "LaunchReview.h"
 #include "Standin.h"
 #include "TempHome.h"
 #include "engine/Glimmo.h"
 #include "platform/linux/Desktop.h"
 #include "rules/AppRules.h"
 
+using desktop::settle;
+using desktop::windowNamed;
+using launchreview::kDrafts;
+using launchreview::kMessage;
 using testsupport::waitUntil;
 
 namespace {
@@ -45,49 +50,6 @@ user_pref("datareporting.policy.dataSubmissionPolicyBypassNotification", true);
 user_pref("toolkit.telemetry.reportingpolicy.firstRun", false);
 user_pref("app.update.disabledForTesting", true);
 )";
-
-const QByteArray kMessage = R"(From: Ana Ruiz <ana@example.com>
-To: Ben Okafor <ben@example.com>
-Subject: Launch review
-Date: Mon, 23 Nov 2026 09:12:00 +0000
-Message-ID: <launch-review@example.com>
-MIME-Version: 1.0
-Content-Type: text/plain; charset=utf-8
-
-Hi Ben,
-
-Can we move the launch review to Thursday? The deck is not ready yet.
-Could you send it tonight so I can read it first?
-
-Ana
-)";
-
-const QStringList kDrafts{
-    QStringLiteral("Sure, I'll send the deck by 9 tonight."),
-    QStringLiteral("I'll send it first thing tomorrow."),
-    QStringLiteral("Yes, Thursday works, sending it within the hour."),
-};
-
-// The window whose title holds this text, waited for; empty when none shows.
-QString windowNamed(const QString& title, int timeoutMs) {
-    QString id;
-    waitUntil(
-        [&] {
-            QProcess p;
-            p.start("xdotool", {"search", "--name", title});
-            p.waitForFinished(5000);
-            id = QString::fromUtf8(p.readAllStandardOutput()).section(u'\n', 0, 0).trimmed();
-            return !id.isEmpty();
-        },
-        timeoutMs);
-    return id;
-}
-
-// Thunderbird answers no accessibility call while it fetches a paste from our clipboard, and
-// waits for it only briefly: the test asks nothing until the paste has had its time.
-void settle() {
-    waitUntil([] { return false; }, 1500);
-}
 
 struct ThunderbirdOnDesktop : EngineOnDesktop {
     ~ThunderbirdOnDesktop() override {

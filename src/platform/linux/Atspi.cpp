@@ -305,6 +305,23 @@ bool setSelection(const AtRef& a, int start, int end) {
     return ok && *ok;
 }
 
+std::optional<QString> textAttribute(const AtRef& a, int offset, const char* name) {
+    auto t = textOf(a);
+    if (!t.p) return std::nullopt;
+    // The run with the defaults: WebKit answers no single attribute, and states some (as
+    // "editable") only among the defaults.
+    gint start = 0, end = 0;
+    auto table = guarded([&](GError** e) {
+        return atspi_text_get_attribute_run(t.p, offset, TRUE, &start, &end, e);
+    });
+    if (!table || !*table) return std::nullopt;
+    const auto* value = static_cast<const gchar*>(g_hash_table_lookup(*table, name));
+    std::optional<QString> out;
+    if (value && *value) out = QString::fromUtf8(value);
+    g_hash_table_unref(*table);
+    return out;
+}
+
 std::optional<platform::Rect> rangeExtents(const AtRef& a, int start, int end, Coords coords) {
     auto t = textOf(a);
     if (!t.p) return std::nullopt;

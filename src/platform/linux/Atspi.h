@@ -53,6 +53,8 @@ std::optional<int> caret(const AtRef& a);
 // The first selection, when there is one that is not empty.
 std::optional<std::pair<int, int>> selection(const AtRef& a);
 bool setCaret(const AtRef& a, int offset);
+// One text attribute of the character at offset ("editable", "weight", ...).
+std::optional<QString> textAttribute(const AtRef& a, int offset, const char* name);
 // Also true when the application took the request without answering (GTK 4 does): the
 // caller reads the selection back to learn whether it was made.
 bool setSelection(const AtRef& a, int start, int end);

@@ -12,6 +12,8 @@ constexpr int kMaxBlocks = 1000;
 constexpr int kMaxDepth = 40;
 // Long enough for the reads of one engine tick, short enough to see the next keystroke.
 constexpr int kKeepMs = 50;
+// Whether a page is editable is asked on every read of it, and changes only with the page.
+constexpr int kVerdictMs = 1000;
 
 bool blockRole(AtspiRole role) {
     switch (role) {
@@ -51,7 +53,21 @@ bool isLineBreak(QChar c) {
 bool EditableDocument::holds(const AtRef& element) {
     if (!element || cache_.role(element) != ATSPI_ROLE_DOCUMENT_WEB) return false;
     const auto s = cache_.states(element);
-    return s && s->editable && !s->readOnly && cache_.hasText(element);
+    if (!s || s->readOnly) return false;
+    return cache_.hasText(element) ? s->editable : editablePage(element);
+}
+
+bool EditableDocument::editablePage(const AtRef& document) {
+    const QString key = at::key(document);
+    if (verdict_ && verdict_->key == key && verdict_->age.elapsed() < kVerdictMs)
+        return verdict_->editable;
+    // The document states nothing; its first block's text says whether it can be edited.
+    const AtRef first = at::child(document, 0);
+    const bool editable =
+        first && at::textAttribute(first, 0, "editable") == QLatin1String("true");
+    verdict_.emplace(Verdict{key, editable, {}});
+    verdict_->age.start();
+    return editable;
 }
 
 Block EditableDocument::blockOf(const AtRef& element, QString text, int depth,
@@ -83,7 +99,10 @@ const EditableDocument::Read* EditableDocument::read(const AtRef& document) {
     const QString key = at::key(document);
     if (read_ && read_->key == key && read_->age.elapsed() < kKeepMs) return &*read_;
     auto text = at::text(document);
-    if (!text) {
+    const bool textless = !text && !cache_.hasText(document);
+    if (textless) text = QString(std::min(at::childCount(document).value_or(0), kMaxBlocks),
+                                 kEmbeddedObject);
+    if (!text || (textless && text->isEmpty())) {
         read_.reset();
         return nullptr;
     }
@@ -91,7 +110,7 @@ const EditableDocument::Read* EditableDocument::read(const AtRef& document) {
     std::vector<QString> texts;
     visited_ = 0;
     const Block root = blockOf(document, std::move(*text), 0, refs, texts);
-    read_.emplace(Read{key, {}, std::move(refs), std::move(texts), FlatText(root)});
+    read_.emplace(Read{key, {}, std::move(refs), std::move(texts), FlatText(root), textless});
     read_->age.start();
     return &*read_;
 }
@@ -103,7 +122,16 @@ std::optional<QString> EditableDocument::text(const AtRef& document) {
 
 std::optional<FlatText::Place> EditableDocument::caret(const Read& r, OffsetUnit unit) {
     int block = 0;
-    auto offset = at::caret(r.refs[0]);
+    std::optional<int> offset;
+    if (r.textless) {
+        // Only the block that holds the caret answers one.
+        for (int i = 0; i < r.texts[0].size() && !offset; ++i) {
+            const auto child = r.flat.childAt(0, i);
+            if (child && r.refs[size_t(*child)] && at::caret(r.refs[size_t(*child)])) offset = i;
+        }
+    } else {
+        offset = at::caret(r.refs[0]);
+    }
     if (!offset || *offset < 0) return std::nullopt;
     for (;;) {
         const qint64 local = toUtf16(r.texts[size_t(block)], *offset, unit);

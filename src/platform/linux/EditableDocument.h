@@ -1,8 +1,10 @@
 #pragma once
 // An editable document read as a text box: Thunderbird's message body and other rich-text
 // editors that Gecko shows as a document of nested blocks rather than as one text (see
-// FlatText). The text is the blocks' texts joined; the caret, the selection and screen
-// positions are read from and written to the block that holds them.
+// FlatText), and Evolution's message body, a WebKit page made editable as a whole, whose
+// document has no text of its own: its blocks simply follow one another. The text is the
+// blocks' texts joined; the caret, the selection and screen positions are read from and
+// written to the block that holds them.
 
 #include <QElapsedTimer>
 #include <QString>
@@ -47,7 +49,15 @@ private:
         std::vector<AtRef> refs;     // by block number
         std::vector<QString> texts;  // each block's own text
         FlatText flat;
+        bool textless = false;  // the document's own text is made up, one placeholder a block
     };
+    struct Verdict {
+        QString key;
+        bool editable = false;
+        QElapsedTimer age;
+    };
+    // WebKit marks a page made editable as a whole only in its text's attributes.
+    bool editablePage(const AtRef& document);
     const Read* read(const AtRef& document);
     Block blockOf(const AtRef& element, QString text, int depth, std::vector<AtRef>& refs,
                   std::vector<QString>& texts);
@@ -59,6 +69,7 @@ private:
 
     ElementCache& cache_;
     std::optional<Read> read_;
+    std::optional<Verdict> verdict_;  // of the last text-less document asked about
     int visited_ = 0;
 };
 

@@ -17,6 +17,9 @@ constexpr int kChildrenLimit = 300;
 constexpr int kSearchIntervalMs = 1000;
 // How long an element reported focused by its own event is believed without asking.
 constexpr int kCheckIntervalMs = 1000;
+// How far below a focused element a focused one is looked for.
+constexpr int kInnerDepth = 4;
+constexpr int kInnerChildren = 4;
 
 // Thunderbird's compose window reports focus on a childless panel under the window when it
 // gets the keyboard back (after the synthetic paste), while its message body keeps the focus
@@ -31,6 +34,23 @@ bool standIn(const AtRef& element) {
 bool stillFocused(const AtRef& element) {
     const auto s = element ? at::states(element) : std::nullopt;
     return s && s->focused && !s->defunct;
+}
+
+// WebKit reports the scroll pane of a web view focused as well as the document inside it, and
+// sends its focus events from the page's own process: the innermost focused element, among
+// the first few children, is the one typed into.
+AtRef innermostFocused(AtRef node) {
+    for (int depth = 0; depth < kInnerDepth; ++depth) {
+        AtRef inner;
+        const int n = std::min(at::childCount(node).value_or(0), kInnerChildren);
+        for (int i = 0; i < n && !inner; ++i) {
+            AtRef c = at::child(node, i);
+            if (stillFocused(c)) inner = c;
+        }
+        if (!inner) break;
+        node = inner;
+    }
+    return node;
 }
 
 }  // namespace
@@ -154,7 +174,7 @@ AtRef FocusTracker::search(const AtRef& application) {
         stack.pop_back();
         const auto s = at::states(node);
         if (!s || s->defunct) continue;
-        if (s->focused && !standIn(node)) return node;
+        if (s->focused && !standIn(node)) return innermostFocused(node);
         const int n = std::min(at::childCount(node).value_or(0), kChildrenLimit);
         for (int i = n - 1; i >= 0; --i) {
             if (AtRef c = at::child(node, i)) stack.push_back(c);
