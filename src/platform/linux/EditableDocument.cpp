@@ -229,8 +229,16 @@ std::optional<platform::Rect> EditableDocument::boundsForRange(const AtRef& docu
     }
     const AtRef& ref = r->refs[size_t(start.block)];
     if (!ref) return std::nullopt;
-    return axtext::boundsForRange(ref, r->texts[size_t(start.block)], {start.offset, length},
-                                  unit, coords);
+    const QString& own = r->texts[size_t(start.block)];
+    if (length == 0 && own.size() == 1 && isLineBreak(own[0])) {
+        // An empty line holds only its break, which WebKit reports as tall as two lines: the
+        // line's own frame places the caret.
+        if (auto frame = at::extents(ref, coords); frame && frame->height > 0) {
+            frame->width = 0;
+            return frame;
+        }
+    }
+    return axtext::boundsForRange(ref, own, {start.offset, length}, unit, coords);
 }
 
 bool EditableDocument::replace(const AtRef& document, const platform::Range& range,
