@@ -22,6 +22,10 @@ struct Capture : ::testing::Test {
     QString capture() {
         return ax::conversation(ax, desk.clock(), window->handle(), box->handle());
     }
+    auto context(qint64 caret) {
+        return ax::replyContext(ax, desk.clock(), mail.info(), mail.element()->handle(),
+                                box->handle(), box->text(), caret);
+    }
 };
 
 TEST_F(Capture, MailWindowAboveTheBoxAndQuotedMessageInsideIt) {
@@ -35,16 +39,12 @@ TEST_F(Capture, MailWindowAboveTheBoxAndQuotedMessageInsideIt) {
     window->addText("Below the box: not part of it");
 
     EXPECT_EQ(capture(), "Ann: lunch at noon?   Bob: sure   \n");
-    auto context = ax::replyContext(ax, desk.clock(), mail.info(), mail.element()->handle(),
-                                    box->handle(), box->text(), 0);
-    ASSERT_TRUE(context);
-    EXPECT_EQ(context->conversation, "Ann: lunch at noon?   Bob: sure   \n");
-    EXPECT_EQ(context->quoted, "> Ann wrote:\n> lunch at noon?");
+    const auto reply = context(0);
+    ASSERT_TRUE(reply);
+    EXPECT_EQ(reply->conversation, "Ann: lunch at noon?   Bob: sure   \n");
+    EXPECT_EQ(reply->quoted, "> Ann wrote:\n> lunch at noon?");
     // The caret after the quote: nothing quoted; a caret past the end is clamped.
-    EXPECT_EQ(ax::replyContext(ax, desk.clock(), mail.info(), mail.element()->handle(),
-                               box->handle(), box->text(), 999)
-                  ->quoted,
-              "");
+    EXPECT_EQ(context(999)->quoted, "");
 }
 
 TEST_F(Capture, StaticTextsAreDescendedAndUnreadableBranchesPruned) {
@@ -133,15 +133,14 @@ TEST_F(Capture, LongConversationAndQuoteAreCutByCharacters) {
     QString quote;
     for (int i = 0; i < 5000; ++i) quote += (i == 3000 ? QString("Y") : accented);
     addBox(quote);
-    auto context = ax::replyContext(ax, desk.clock(), mail.info(), mail.element()->handle(),
-                                    box->handle(), box->text(), 0);
-    ASSERT_TRUE(context);
-    EXPECT_EQ(ax::graphemeCount(context->conversation), 3500);
-    EXPECT_EQ(context->conversation.size(), 7000);  // no half character at the cut
-    EXPECT_FALSE(context->conversation.contains('X'));
-    EXPECT_EQ(ax::graphemeCount(context->quoted), 3000);
-    EXPECT_FALSE(context->quoted.contains('Y'));
-    EXPECT_TRUE(context->quoted.endsWith(accented));
+    const auto reply = context(0);
+    ASSERT_TRUE(reply);
+    EXPECT_EQ(ax::graphemeCount(reply->conversation), 3500);
+    EXPECT_EQ(reply->conversation.size(), 7000);  // no half character at the cut
+    EXPECT_FALSE(reply->conversation.contains('X'));
+    EXPECT_EQ(ax::graphemeCount(reply->quoted), 3000);
+    EXPECT_FALSE(reply->quoted.contains('Y'));
+    EXPECT_TRUE(reply->quoted.endsWith(accented));
 }
 
 }  // namespace

@@ -31,6 +31,11 @@ protected:
         desk.clock().advance(seconds);
         engine->tick();
     }
+    // Ticks once (the engine sees the field), then again after seconds.
+    void paused(double seconds) {
+        tick();
+        after(seconds);
+    }
     bool waitFor(const std::function<bool()>& condition, int ms = 5000) {
         return testsupport::waitUntil(condition, ms);
     }

@@ -40,8 +40,7 @@ protected:
 TEST_F(RepliesTest, DraftsStreamInOneByOneAndTabInsertsTheChosenOne) {
     script(kStreamed);
     openSlack(kMessages);
-    tick();
-    after(0.31);
+    paused(0.31);
     EXPECT_FALSE(engine->draftingReplies) << "0.4 s of quiet first";
     after(0.11);
     ASSERT_TRUE(engine->draftingReplies) << log().toStdString();
@@ -75,16 +74,14 @@ TEST_F(RepliesTest, DraftsStreamInOneByOneAndTabInsertsTheChosenOne) {
     // Back in the same box and conversation: the drafts come from the cache at once.
     forgetLastRequest();
     box->setText({});
-    tick();
-    after(0.41);
+    paused(0.41);
     EXPECT_EQ(bubble().options.size(), 3);
     EXPECT_FALSE(engine->claude.requestInFlight());
 }
 
 TEST_F(RepliesTest, EscDismissesThisConversationUntilANewMessageArrives) {
     openSlack(kMessages);
-    tick();
-    after(0.41);
+    paused(0.41);
     ASSERT_TRUE(waitFor([&] { return engine->replies && !engine->draftingReplies; }));
     EXPECT_TRUE(desk.keyTap().press(key::Esc));
     EXPECT_FALSE(engine->bubble->visible());
@@ -98,16 +95,14 @@ TEST_F(RepliesTest, EscDismissesThisConversationUntilANewMessageArrives) {
     EXPECT_FALSE(engine->draftingReplies);
 
     openSlack(kMessages + QStringList{QStringLiteral("Ana: Also, bring the numbers please.")});
-    tick();
-    after(0.41);
+    paused(0.41);
     EXPECT_TRUE(engine->draftingReplies);
 }
 
 TEST_F(RepliesTest, EscWhileDraftingCancelsAndDismisses) {
     script("init\nhang\n");
     openSlack(kMessages);
-    tick();
-    after(0.41);
+    paused(0.41);
     ASSERT_TRUE(engine->draftingReplies);
     EXPECT_TRUE(desk.keyTap().press(key::Esc));
     EXPECT_FALSE(engine->draftingReplies);
@@ -120,8 +115,7 @@ TEST_F(RepliesTest, EscWhileDraftingCancelsAndDismisses) {
 TEST_F(RepliesTest, UnreadableAnswerRemovesTheNotice) {
     script("answer Sure, here are some ideas.\n");
     openSlack(kMessages);
-    tick();
-    after(0.41);
+    paused(0.41);
     ASSERT_TRUE(
         waitFor([&] { return log().contains(QStringLiteral("reply options unreadable")); }));
     EXPECT_FALSE(engine->bubble->visible());
@@ -139,8 +133,7 @@ TEST_F(RepliesTest, MailAndLinuxMailClientsSendTheQuotedMessageBelowTheCaret) {
         box->setCaret(0);
         mail.focus(box);
         desk.setFrontmost(mail.pid());
-        tick();
-        after(0.41);
+        paused(0.41);
         ASSERT_TRUE(waitFor([&] { return !lastRequest().isEmpty(); })) << id;
         EXPECT_TRUE(lastRequest().contains("<conversation>\nFrom: Ana Lopez\n</conversation>"))
             << id;
@@ -164,8 +157,7 @@ TEST_F(RepliesTest, GmailInAChromiumBrowserAndNowhereElse) {
     box->set(QStringLiteral("AXDescription"), QStringLiteral("Message Body"));
     chrome.focus(box);
     desk.setFrontmost(chrome.pid());
-    tick();
-    after(0.41);
+    paused(0.41);
     ASSERT_TRUE(waitFor([&] { return !lastRequest().isEmpty(); }));
     EXPECT_TRUE(
         lastRequest().startsWith("<reply>\n<where>Google Chrome (Gmail) — Message "
@@ -192,8 +184,7 @@ TEST_F(RepliesTest, OutlookReplyOfTwoLinesIsNotRewrittenAfterwards) {
     auto box = window->add(fake::TextField::create());
     outlook.focus(box);
     desk.setFrontmost(outlook.pid());
-    tick();
-    after(0.41);
+    paused(0.41);
     ASSERT_TRUE(waitFor([&] { return engine->replies && !engine->draftingReplies; }));
     EXPECT_TRUE(desk.keyTap().press(key::Tab));
     EXPECT_EQ(box->text(), QStringLiteral("Hi Ana,\r\nYes, I will send it today."));
@@ -205,8 +196,7 @@ TEST_F(RepliesTest, OutlookReplyOfTwoLinesIsNotRewrittenAfterwards) {
     // list must not come back meanwhile.
     box->setText({});
     box->quirks().ignoreKeys = true;
-    tick();
-    after(0.41);
+    paused(0.41);
     ASSERT_TRUE(engine->replies);
     EXPECT_TRUE(desk.keyTap().press(key::Tab));
     after(0.2);

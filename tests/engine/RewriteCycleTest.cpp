@@ -73,8 +73,7 @@ TEST_F(EngineTest, PauseIsLongerWithoutSentencePunctuation) {
 TEST_F(EngineTest, TabWhileStreamingAppliesOnCompletion) {
     script("init\ntext We need the deck\nsleep 0.4\nanswer " + kRewrite.toUtf8() + "\n");
     auto field = desk.openField("com.apple.TextEdit", kTyped);
-    tick();
-    after(0.31);
+    paused(0.31);
     ASSERT_TRUE(waitFor([&] { return engine->streaming; }));
     EXPECT_TRUE(desk.keyTap().press(key::Tab));
     EXPECT_EQ(field->text(), kTyped) << "nothing applied before the answer is complete";
@@ -87,8 +86,7 @@ TEST_F(EngineTest, TabWhileStreamingAppliesOnCompletion) {
 TEST_F(EngineTest, TabWaitingWhileTheBoxSeemsUnfocusedApplies) {
     script("answer " + kRewrite.toUtf8() + "\n");
     desk.openField("com.apple.TextEdit", kTyped);
-    tick();
-    after(0.31);
+    paused(0.31);
     ASSERT_TRUE(waitFor([&] { return engine->shown.has_value(); }));
     desk.keyTap().pressPending(key::Tab);
     desk.frontApp()->focus(nullptr);
@@ -102,8 +100,7 @@ TEST_F(EngineTest, TabWaitingWhileTheBoxSeemsUnfocusedApplies) {
 TEST_F(EngineTest, AnswerAfterMoreTypingIsCachedButNotShown) {
     script("init\nsleep 0.3\nanswer " + kRewrite.toUtf8() + "\n");
     auto field = desk.openField("com.apple.TextEdit", kTyped);
-    tick();
-    after(0.31);
+    paused(0.31);
     ASSERT_TRUE(engine->claude.requestInFlight());
     // Typing the same text back keeps the request; here the user types on, which cancels it,
     // so simulate a change the request survives: the field text in flight is still the same.
@@ -114,8 +111,7 @@ TEST_F(EngineTest, AnswerAfterMoreTypingIsCachedButNotShown) {
     EXPECT_FALSE(engine->bubble->visible());
     // Back at the end of that paragraph, the cached answer shows at once.
     field->setCaret(kTyped.size());
-    tick();
-    after(0.31);
+    paused(0.31);
     EXPECT_TRUE(engine->shown);
 }
 
@@ -123,8 +119,7 @@ TEST_F(EngineTest, AnswerEqualToTheOriginalIsCachedAsNoChange) {
     const QString good = QStringLiteral("We need the deck before tomorrow.");
     script("answer  " + good.toUtf8() + " \n");
     desk.openField("com.apple.TextEdit", good);
-    tick();
-    after(0.31);
+    paused(0.31);
     ASSERT_TRUE(waitFor([&] { return engine->cache.contains(good); }));
     EXPECT_EQ(engine->cache.value(good), QStringLiteral("="));
     EXPECT_FALSE(engine->bubble->visible());
@@ -133,8 +128,7 @@ TEST_F(EngineTest, AnswerEqualToTheOriginalIsCachedAsNoChange) {
 TEST_F(EngineTest, TypingOnCancelsTheRequestAndItsAnswerIsDropped) {
     script("init\nsleep 0.5\nanswer " + kRewrite.toUtf8() + "\n");
     desk.openField("com.apple.TextEdit", kTyped);
-    tick();
-    after(0.31);
+    paused(0.31);
     ASSERT_TRUE(engine->claude.requestInFlight());
     const qint64 generation = engine->generation();
     type(QStringLiteral(" Thanks"));

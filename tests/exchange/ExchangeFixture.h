@@ -15,6 +15,7 @@
 #include "claude/Exchange.h"
 #include "main/Paths.h"
 #include "platform/Defaults.h"
+#include "platform/fake/Clock.h"
 
 namespace claude {
 // The one door into the exchange's private part: the watchdog period.
@@ -25,12 +26,6 @@ struct ExchangeProbe {
 }  // namespace claude
 
 namespace exchangetest {
-
-class HandClock : public platform::Clock {
-public:
-    double now() const override { return t; }
-    double t = 1000.0;
-};
 
 // What one request delivered to its caller.
 struct Outcome {
@@ -87,7 +82,7 @@ protected:
 
     testsupport::TempHome home;
     platform::MemoryDefaults defaults;
-    HandClock clock;
+    fake::Clock clock;
     QStringList notes;
     std::unique_ptr<claude::Exchange> exchange;
 };

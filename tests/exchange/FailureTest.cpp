@@ -73,7 +73,7 @@ TEST_F(ExchangeTest, WatchdogEndsAProcessThatNeverAnswers) {
     const QString pid = runs()[0];
     auto outcome = std::make_shared<Outcome>();
     exchange->ask(
-        "<text>\nhello\n</text>", [&](const QString&) { clock.t += 20.04; },
+        "<text>\nhello\n</text>", [&](const QString&) { clock.advance(20.04); },
         [outcome](const QString& s) { outcome->done << s; });
     ASSERT_TRUE(waitUntil([&] { return !exchange->requestInFlight(); }, 5000));
     EXPECT_TRUE(outcome->done.isEmpty());

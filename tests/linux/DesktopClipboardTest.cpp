@@ -22,15 +22,17 @@ QByteArray typeData(const platform::ClipContents& c, const QString& type) {
     return {};
 }
 
+// Whether the clipboard holds text (as its owner put it there), waited for.
+bool holds(const QString& text) {
+    return waitUntil([&] { return QGuiApplication::clipboard()->text() == text; });
+}
+
 }  // namespace
 
 TEST(Clipboard, ForeignTextAndImageSurviveATransientWrite) {
     GtkEditor owner({"--own-clipboard", "kept text \U0001F600", "--title", "Owner"});
-    ASSERT_TRUE(owner.ready());
+    ASSERT_TRUE(owner.ready() && holds(QStringLiteral("kept text \U0001F600")));
     linuxdesk::QtClipboard clipboard;
-    ASSERT_TRUE(waitUntil([&] {
-        return QGuiApplication::clipboard()->text() == QStringLiteral("kept text \U0001F600");
-    }));
 
     const platform::ClipContents saved = clipboard.save();
     ASSERT_EQ(saved.size(), 1u);
@@ -64,16 +66,15 @@ TEST(Clipboard, ForeignTextAndImageSurviveATransientWrite) {
 // and the user's clipboard comes back once it has.
 TEST(Clipboard, RestoreWaitsForThePasteToBeFetched) {
     GtkEditor owner({"--own-clipboard", "kept text", "--title", "Owner"});
-    ASSERT_TRUE(owner.ready());
+    ASSERT_TRUE(owner.ready() && holds("kept text"));
     linuxdesk::QtClipboard clipboard;
-    ASSERT_TRUE(waitUntil([&] { return QGuiApplication::clipboard()->text() == "kept text"; }));
     const platform::ClipContents saved = clipboard.save();
 
     clipboard.writeTransientText("the rewrite");
     clipboard.restore(saved);
     EXPECT_EQ(clipboard.save(), saved);
     EXPECT_TRUE(desktop::foreignClipboard().contains("text the rewrite\n"));
-    EXPECT_TRUE(waitUntil([] { return QGuiApplication::clipboard()->text() == "kept text"; }));
+    EXPECT_TRUE(holds("kept text"));
     EXPECT_TRUE(desktop::foreignClipboard().contains("text kept text\n"));
 }
 

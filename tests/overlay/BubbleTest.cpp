@@ -34,13 +34,19 @@ std::vector<overlay::BubblePanel*> panels() {
 const Rect caret{500, 300, 2, 18};
 const QStringList three{QStringLiteral("One."), QStringLiteral("Two."), QStringLiteral("Three.")};
 
+// A bubble over one 1920 by 1080 screen with a panel at its bottom, and the one window it shows in.
+struct BubbleWindow : ::testing::Test {
+    void SetUp() override { ASSERT_EQ(panels().size(), 1u); }
+    overlay::BubblePanel& panel() { return *panels().front(); }
+
+    FakeScreens screens;
+    Bubble bubble{screens};
+};
+
 }  // namespace
 
-TEST(Bubble, ShowsASuggestionAtItsPlaceWithoutTakingFocus) {
-    FakeScreens screens;
-    Bubble bubble(screens);
-    ASSERT_EQ(panels().size(), 1u);
-    overlay::BubblePanel& panel = *panels().front();
+TEST_F(BubbleWindow, ShowsASuggestionAtItsPlaceWithoutTakingFocus) {
+    overlay::BubblePanel& panel = this->panel();
     EXPECT_FALSE(bubble.visible());
     EXPECT_EQ(bubble.shown().kind, Shown::Kind::Nothing);
 
@@ -64,12 +70,9 @@ TEST(Bubble, ShowsASuggestionAtItsPlaceWithoutTakingFocus) {
     EXPECT_EQ(QApplication::focusWidget(), nullptr);
 }
 
-TEST(Bubble, WithoutACompositorTheWindowIsTheCardCutToItsShape) {
-    FakeScreens screens;
+TEST_F(BubbleWindow, WithoutACompositorTheWindowIsTheCardCutToItsShape) {
     screens.blended = false;
-    Bubble bubble(screens);
-    ASSERT_EQ(panels().size(), 1u);
-    overlay::BubblePanel& panel = *panels().front();
+    overlay::BubblePanel& panel = this->panel();
     bubble.showReplies(three, 0, false, caret, {});
     const Rect frame = bubble.shown().frame;
     EXPECT_EQ(panel.geometry(), QRect(488, 324, 460, int(frame.height)));
@@ -83,11 +86,8 @@ TEST(Bubble, WithoutACompositorTheWindowIsTheCardCutToItsShape) {
     EXPECT_TRUE(panel.mask().isEmpty());
 }
 
-TEST(Bubble, ReusesOnePanelAcrossShowsAndSwitchesViews) {
-    FakeScreens screens;
-    Bubble bubble(screens);
-    ASSERT_EQ(panels().size(), 1u);
-    overlay::BubblePanel& panel = *panels().front();
+TEST_F(BubbleWindow, ReusesOnePanelAcrossShowsAndSwitchesViews) {
+    overlay::BubblePanel& panel = this->panel();
 
     bubble.show(QStringLiteral("Short"), overlay::defaultHint, caret, {});
     const QString longer = QStringLiteral(
@@ -112,9 +112,7 @@ TEST(Bubble, ReusesOnePanelAcrossShowsAndSwitchesViews) {
     EXPECT_EQ(panels().size(), 1u);
 }
 
-TEST(Bubble, ClicksReachTheCallbacksOfWhatIsShownUntilHidden) {
-    FakeScreens screens;
-    Bubble bubble(screens);
+TEST_F(BubbleWindow, ClicksReachTheCallbacksOfWhatIsShownUntilHidden) {
     int applied = 0;
     std::vector<int> picked;
     bubble.click(-1);  // nothing shown
@@ -139,30 +137,25 @@ TEST(Bubble, ClicksReachTheCallbacksOfWhatIsShownUntilHidden) {
     EXPECT_EQ(picked.size(), 2u);
 }
 
-TEST(Bubble, CallbacksMayShowOrHideAgain) {
-    FakeScreens screens;
-    Bubble bubble(screens);
+TEST_F(BubbleWindow, CallbacksMayShowOrHideAgain) {
     std::function<void(int)> pick = [&](int i) {
         bubble.showReplies(three, i, false, caret, pick);
     };
     bubble.showReplies(three, 0, false, caret, pick);
-    ASSERT_EQ(panels().size(), 1u);
     {
-        overlay::ReplyView& view = panels().front()->replies();
+        overlay::ReplyView& view = panel().replies();
         QTest::mouseClick(&view, Qt::LeftButton, {}, view.rowRect(2).center().toPoint());
     }
     EXPECT_EQ(bubble.shown().selected, 2);
 
     bubble.show(QStringLiteral("Text"), overlay::defaultHint, caret, [&] { bubble.hide(); });
-    overlay::BubbleView& view = panels().front()->bubble();
+    overlay::BubbleView& view = panel().bubble();
     QTest::mouseClick(&view, Qt::LeftButton, {}, QPoint(10, 10));
     EXPECT_FALSE(bubble.visible());
 }
 
-TEST(Bubble, StaysHiddenWithoutAnyScreen) {
-    FakeScreens screens;
+TEST_F(BubbleWindow, StaysHiddenWithoutAnyScreen) {
     screens.list.clear();
-    Bubble bubble(screens);
     int applied = 0;
     bubble.show(QStringLiteral("Text"), overlay::defaultHint, caret, [&] { ++applied; });
     EXPECT_FALSE(bubble.visible());

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <map>
-#include <optional>
 
+#include "TempHome.h"
 #include "claude/Profile.h"
 #include "platform/Defaults.h"
 
@@ -13,29 +13,13 @@ const QString company =
 
 using Vars = std::map<const char*, const char*>;
 
-// Sets the locale variables for one test and puts the old values back afterwards.
-class LocaleEnv {
-public:
-    explicit LocaleEnv(const Vars& values) {
-        for (const char* name : {"LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"}) {
-            saved_[name] =
-                qEnvironmentVariableIsSet(name) ? std::optional(qgetenv(name)) : std::nullopt;
-            qunsetenv(name);
-        }
-        for (const auto& [name, value] : values) qputenv(name, value);
-    }
-    ~LocaleEnv() {
-        for (const auto& [name, value] : saved_) {
-            if (value)
-                qputenv(name, *value);
-            else
-                qunsetenv(name);
-        }
-    }
-
-private:
-    std::map<const char*, std::optional<QByteArray>> saved_;
-};
+// The locale variables for one test: these values, the others unset.
+testsupport::ScopedEnv::Values locale(const Vars& values) {
+    testsupport::ScopedEnv::Values all{
+        {"LANGUAGE", {}}, {"LC_ALL", {}}, {"LC_MESSAGES", {}}, {"LANG", {}}};
+    for (const auto& [name, value] : values) all[name] = QByteArray(value);
+    return all;
+}
 
 TEST(Profile, WriterSentenceCases) {
     platform::MemoryDefaults d;
@@ -83,7 +67,7 @@ TEST(Profile, DefaultLanguageFromLocaleVariables) {
         {{{"LC_MESSAGES", "pt_BR@euro"}, {"LANG", "it_IT"}}, "Portuguese"},
     };
     for (const auto& [vars, language] : cases) {
-        LocaleEnv env(vars);
+        testsupport::ScopedEnv env(locale(vars));
         EXPECT_EQ(claude::defaultLanguage(), language) << language;
     }
 }

@@ -24,9 +24,13 @@ rules::AppKind kind(const char* id) {
     return *rules::kindWithId(id);
 }
 
-TEST(AppRules, FreshInstallation) {
+// Rules over an empty store.
+struct FreshRules : ::testing::Test {
     platform::MemoryDefaults d;
-    AppRules r(d);
+    AppRules r{d};
+};
+
+TEST_F(FreshRules, FreshInstallation) {
     EXPECT_TRUE(r.isOn(slack, std::nullopt));
     EXPECT_TRUE(r.isOn(chrome, QString("www.linkedin.com")));
     EXPECT_FALSE(r.isOn(terminal, std::nullopt));
@@ -39,9 +43,7 @@ TEST(AppRules, FreshInstallation) {
     EXPECT_FALSE(d.value("rulesMigrated"));
 }
 
-TEST(AppRules, LockedKindStaysOff) {
-    platform::MemoryDefaults d;
-    AppRules r(d);
+TEST_F(FreshRules, LockedKindStaysOff) {
     r.setApp(onePassword, true);
     r.setKind(kind("passwords"), true);
     EXPECT_FALSE(r.isOn(onePassword, std::nullopt));
@@ -52,9 +54,7 @@ TEST(AppRules, LockedKindStaysOff) {
     EXPECT_FALSE(r.isOn(onePassword, QString("mail.google.com")));
 }
 
-TEST(AppRules, SiteRulesComeFirstInBrowsersOnly) {
-    platform::MemoryDefaults d;
-    AppRules r(d);
+TEST_F(FreshRules, SiteRulesComeFirstInBrowsersOnly) {
     EXPECT_TRUE(r.isOn(chrome, QString("mail.google.com")));
     r.setKind(kind("email"), false);
     EXPECT_FALSE(r.isOn(chrome, QString("mail.google.com")));
@@ -76,9 +76,7 @@ TEST(AppRules, SiteRulesComeFirstInBrowsersOnly) {
     EXPECT_FALSE(r.isOn(chrome, QString("app.slack.com")));
 }
 
-TEST(AppRules, SetAppKeepsOnlyDifferences) {
-    platform::MemoryDefaults d;
-    AppRules r(d);
+TEST_F(FreshRules, SetAppKeepsOnlyDifferences) {
     r.setApp(slack, true);
     EXPECT_TRUE(r.appOn().empty());
     r.setApp(slack, false);
@@ -95,9 +93,7 @@ TEST(AppRules, SetAppKeepsOnlyDifferences) {
     EXPECT_EQ(d.boolValue("otherOn"), false);
 }
 
-TEST(AppRules, SetSiteChoosesTheListedName) {
-    platform::MemoryDefaults d;
-    AppRules r(d);
+TEST_F(FreshRules, SetSiteChoosesTheListedName) {
     r.setSite("inbox.mail.google.com", false);
     EXPECT_EQ(r.siteOn(), (BoolMap{{"mail.google.com", false}}));
     EXPECT_EQ(r.siteState("mail.google.com"), false);
@@ -111,9 +107,7 @@ TEST(AppRules, SetSiteChoosesTheListedName) {
     EXPECT_EQ(r.siteOn(), (BoolMap{{"www.linkedin.com", false}}));
 }
 
-TEST(AppRules, LongestMatchingSiteKeyWins) {
-    platform::MemoryDefaults d;
-    AppRules r(d);
+TEST_F(FreshRules, LongestMatchingSiteKeyWins) {
     r.setSiteOn({{"google.com", false}, {"docs.google.com", true}, {"a.docs.google.com", false}});
     EXPECT_EQ(r.siteState("x.a.docs.google.com"), false);
     EXPECT_EQ(r.siteState("b.docs.google.com"), true);
@@ -127,9 +121,7 @@ TEST(AppRules, LongestMatchingSiteKeyWins) {
     EXPECT_EQ(r.siteOn().at("google.com"), false);
 }
 
-TEST(AppRules, SetKindClearsItsOwnEntries) {
-    platform::MemoryDefaults d;
-    AppRules r(d);
+TEST_F(FreshRules, SetKindClearsItsOwnEntries) {
     r.setAppOn({{"com.apple.mail", false}, {"com.microsoft.Outlook", false}, {slack, false}});
     r.setSiteOn({{"mail.google.com", false},
                  {"outlook.live.com", false},
@@ -146,9 +138,7 @@ TEST(AppRules, SetKindClearsItsOwnEntries) {
 
 // Linux-only applications follow their kind like the catalogue's own: a kind switched off and
 // on again takes back the user's switches of all its applications.
-TEST(AppRules, KindsOverLinuxOnlyApplications) {
-    platform::MemoryDefaults d;
-    AppRules r(d);
+TEST_F(FreshRules, KindsOverLinuxOnlyApplications) {
     const QString thunderbird = "org.mozilla.Thunderbird";
     EXPECT_TRUE(r.isOn(thunderbird, std::nullopt));
     EXPECT_FALSE(r.isOn("org.gnome.Terminal", std::nullopt));

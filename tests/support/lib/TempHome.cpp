@@ -9,24 +9,32 @@
 
 namespace testsupport {
 
-TempHome::TempHome() {
-    for (const char* name : {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME"}) {
-        saved_[name] =
-            qEnvironmentVariableIsSet(name) ? std::optional(qgetenv(name)) : std::nullopt;
+namespace {
+void setEnv(const QByteArray& name, const std::optional<QByteArray>& value) {
+    if (value)
+        qputenv(name.constData(), *value);
+    else
+        qunsetenv(name.constData());
+}
+}  // namespace
+
+ScopedEnv::ScopedEnv(const Values& values) {
+    for (const auto& [name, value] : values) {
+        saved_[name] = qEnvironmentVariableIsSet(name.constData())
+                           ? std::optional(qgetenv(name.constData()))
+                           : std::nullopt;
+        setEnv(name, value);
     }
-    qputenv("HOME", path().toLocal8Bit());
-    qunsetenv("XDG_DATA_HOME");
-    qunsetenv("XDG_CONFIG_HOME");
 }
 
-TempHome::~TempHome() {
-    for (const auto& [name, value] : saved_) {
-        if (value)
-            qputenv(name.constData(), *value);
-        else
-            qunsetenv(name.constData());
-    }
+ScopedEnv::~ScopedEnv() {
+    for (const auto& [name, value] : saved_) setEnv(name, value);
 }
+
+TempHome::TempHome()
+    : env_({{"HOME", path().toLocal8Bit()},
+            {"XDG_DATA_HOME", std::nullopt},
+            {"XDG_CONFIG_HOME", std::nullopt}}) {}
 
 QString TempFolder::write(const QString& relative, const QByteArray& content) const {
     const QString full = dir_.path() + QLatin1Char('/') + relative;

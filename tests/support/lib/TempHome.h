@@ -24,15 +24,26 @@ private:
     QTemporaryDir dir_;
 };
 
+// Sets (to a value) or unsets (no value) environment variables for the life of the object, and
+// puts the old values back afterwards.
+class ScopedEnv {
+public:
+    using Values = std::map<QByteArray, std::optional<QByteArray>>;
+    explicit ScopedEnv(const Values& values);
+    ~ScopedEnv();
+    ScopedEnv(const ScopedEnv&) = delete;
+    ScopedEnv& operator=(const ScopedEnv&) = delete;
+
+private:
+    Values saved_;
+};
+
 class TempHome : public TempFolder {
 public:
     TempHome();
-    ~TempHome();
-    TempHome(const TempHome&) = delete;
-    TempHome& operator=(const TempHome&) = delete;
 
 private:
-    std::map<QByteArray, std::optional<QByteArray>> saved_;
+    ScopedEnv env_;
 };
 
 // Starts program with HOME at home and no XDG folders set, so it keeps its files there.
