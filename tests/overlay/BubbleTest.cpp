@@ -48,7 +48,6 @@ struct BubbleWindow : ::testing::Test {
 TEST_F(BubbleWindow, ShowsASuggestionAtItsPlaceWithoutTakingFocus) {
     overlay::BubblePanel& panel = this->panel();
     EXPECT_FALSE(bubble.visible());
-    EXPECT_EQ(bubble.shown().kind, Shown::Kind::Nothing);
 
     const QString text = QStringLiteral("I need the deck before tomorrow.");
     bubble.show(text, overlay::defaultHint, caret, {});

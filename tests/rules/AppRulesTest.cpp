@@ -37,7 +37,6 @@ TEST_F(FreshRules, FreshInstallation) {
     EXPECT_FALSE(r.isOn(chrome, QString("chatgpt.com")));
     EXPECT_FALSE(r.isOn(onePassword, std::nullopt));
     EXPECT_TRUE(r.isOn(figma, std::nullopt));
-    EXPECT_FALSE(r.siteState("www.linkedin.com"));
     // Nothing is written by merely loading a fresh store.
     EXPECT_FALSE(d.value("appOn"));
     EXPECT_FALSE(d.value("rulesMigrated"));
