@@ -22,6 +22,24 @@ constexpr double kDraftingPause = 0.4;
 constexpr qsizetype kMinimumMaterial = 20;
 constexpr qsizetype kKeyExcerpt = 300;
 
+const QRegularExpression& lineBreak() {
+    static const QRegularExpression re(
+        QStringLiteral("\r\n|[\n\v\f\r\\x{85}\\x{2028}\\x{2029}]"));
+    return re;
+}
+
+// Evolution starts a reply with the caret on the quote's first line: a draft pasted there would
+// run into "On ... wrote:", so it is set apart from the quote by a blank line, as a mail reply is.
+QString apartFromQuote(platform::Ax& ax, const Element& el, const QString& text) {
+    const auto selection = ax::selectedRange(ax, el);
+    if (!selection || selection->location >= text.size()) return {};
+    const bool atLineEnd = lineBreak()
+                               .match(text, selection->location, QRegularExpression::NormalMatch,
+                                      QRegularExpression::AnchorAtOffsetMatchOption)
+                               .hasMatch();
+    return atLineEnd ? QString() : QStringLiteral("\n\n");
+}
+
 std::optional<QString> fieldLabel(platform::Ax& ax, const Element& el) {
     for (const char* name : {"AXDescription", "AXTitle", "AXPlaceholderValue"}) {
         const auto value = ax::stringAttr(ax, el, QLatin1String(name));
@@ -152,15 +170,14 @@ void Glimmo::showReplyList() {
 void Glimmo::insertReply(int index) {
     if (!replies || index < 0 || index >= replies->options.size()) return;
     const QString option = replies->options.at(index);
+    const Element el = replies->el;
     clearShown();
     // Any line break, not only a line feed, ends a line of the reply.
-    static const QRegularExpression lineBreak(
-        QStringLiteral("\r\n|[\n\v\f\r\\x{85}\\x{2028}\\x{2029}]"));
-    for (const QString& line : option.split(lineBreak)) cache.insert(line, QStringLiteral("="));
+    for (const QString& line : option.split(lineBreak())) cache.insert(line, QStringLiteral("="));
     // Until the application has fetched the pasted text the box still reads as empty; restart
     // the drafting pause so the cached list does not flash up again meanwhile.
     lastChange = p_.clock.now();
-    paste(option);
+    paste(option + apartFromQuote(p_.ax, el, lastText));
 }
 
 }  // namespace engine

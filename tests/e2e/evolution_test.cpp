@@ -92,10 +92,10 @@ TEST_F(EvolutionOnDesktop, ReplyAboveTheQuoteGetsDraftsFromTheQuote) {
     desktop::xdotool({"key", "ctrl+r"});
     const QString composer = windowNamed(QStringLiteral("Re: Launch review"), 20000);
     ASSERT_FALSE(composer.isEmpty()) << "no reply window";
-    // The caret starts on the attribution line: a new line is opened above it.
+    // The caret starts on the attribution line; the body reports its focus once the caret moves.
     QThread::msleep(1500);
     desktop::xdotool({"windowactivate", "--sync", composer});
-    desktop::xdotool({"key", "Return", "Up"});
+    desktop::xdotool({"key", "End", "Home"});
 
     ASSERT_TRUE(waitUntil([&] { return shown.options.size() == 3 && !shown.more; }, 30000))
         << seen();
@@ -114,7 +114,12 @@ TEST_F(EvolutionOnDesktop, ReplyAboveTheQuoteGetsDraftsFromTheQuote) {
     auto value = [&] { return desktop::string(platform.ax, box, "AXValue"); };
     desktop::xdotool({"key", "Tab"});
     settle();
-    EXPECT_TRUE(waitUntil([&] { return value().startsWith(kDrafts[0] + u'\n'); }, 5000))
+    // The draft is set apart from the quote's first line.
+    EXPECT_TRUE(waitUntil(
+        [&] {
+            const QString v = value();
+            return v.startsWith(kDrafts[0] + u'\n') && v.contains(QStringLiteral("\nOn "));
+        },
+        5000))
         << value().toStdString() << log().toStdString();
-    EXPECT_TRUE(value().contains(QStringLiteral("Ana Ruiz wrote:"))) << "the quote stays below";
 }

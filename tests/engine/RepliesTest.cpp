@@ -123,13 +123,16 @@ TEST_F(RepliesTest, UnreadableAnswerRemovesTheNotice) {
 }
 
 TEST_F(RepliesTest, MailAndLinuxMailClientsSendTheQuotedMessageBelowTheCaret) {
+    script(R"(answer ["Sure, here it is.", "Tomorrow.", "Which deck?"])" "\n");
     for (const char* id : {"com.apple.mail", "org.mozilla.Thunderbird", "org.gnome.Evolution"}) {
         forgetLastRequest();
+        // Evolution puts the caret on the quote's first line rather than above it.
+        const bool evolution = qstrcmp(id, "org.gnome.Evolution") == 0;
+        const QString quote = QStringLiteral("On Monday, Ana wrote:\n> Could you send me the deck?");
         auto& mail = desk.addApp(QString::fromLatin1(id), QString::fromLatin1(id));
         auto window = mail.addWindow(QStringLiteral("Re: Deck"));
         window->addText(QStringLiteral("From: Ana Lopez"));
-        auto box = window->add(fake::TextField::create(
-            QStringLiteral("\n\nOn Monday, Ana wrote:\n> Could you send me the deck?")));
+        auto box = window->add(fake::TextField::create(evolution ? quote : "\n\n" + quote));
         box->setCaret(0);
         mail.focus(box);
         desk.setFrontmost(mail.pid());
@@ -141,7 +144,9 @@ TEST_F(RepliesTest, MailAndLinuxMailClientsSendTheQuotedMessageBelowTheCaret) {
             lastRequest().contains("<quoted>\nOn Monday, Ana wrote:\n> Could you send me "
                                    "the deck?\n</quoted>\n</reply>"))
             << id;
-        ASSERT_TRUE(waitFor([&] { return !engine->draftingReplies; })) << id;
+        ASSERT_TRUE(waitFor([&] { return engine->replies && !engine->draftingReplies; })) << id;
+        EXPECT_TRUE(desk.keyTap().press(key::Tab));
+        EXPECT_EQ(box->text(), "Sure, here it is.\n\n" + quote) << id;
     }
 }
 
