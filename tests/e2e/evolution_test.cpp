@@ -1,8 +1,8 @@
 // Mail replies in a real Evolution with a throwaway home and no account: a saved message is
-// imported into the local Inbox and answered with Ctrl+R, and the reply starts on a line opened above the
-// quote. The message body is a WebKit page made editable, its document a row of blocks with
-// no text of its own; Glimmo reads it as one text box, drafts three replies from the quote,
-// and Tab puts the first in.
+// imported into the local Inbox and answered with Ctrl+R, the caret on the quote's first line.
+// The message body is a WebKit page made editable, its document a row of blocks with no text of
+// its own; Glimmo reads it as one text box, drafts three replies from the quote, Tab puts the
+// first in, and a line typed below is rewritten.
 #include <gtest/gtest.h>
 
 #include <QProcess>
@@ -121,5 +121,20 @@ TEST_F(EvolutionOnDesktop, ReplyAboveTheQuoteGetsDraftsFromTheQuote) {
             return v.startsWith(kDrafts[0] + u'\n') && v.contains(QStringLiteral("\nOn "));
         },
         5000))
+        << value().toStdString() << log().toStdString();
+
+    // A line typed below it comes back rewritten, in its place.
+    const QString rewrite = QStringLiteral("Could you send me last week's numbers as well?");
+    testsupport::setStandinScript(home, "answer " + rewrite.toUtf8() + "\n");
+    desktop::xdotool({"key", "End", "Return"});
+    desktop::xdotool({"type", "--delay", "20", "could you send me the numbers of last week too"});
+    ASSERT_TRUE(waitUntil(
+        [&] { return shown.kind == overlay::Shown::Kind::Suggestion && shown.text == rewrite; },
+        30000))
+        << log().toStdString();
+    desktop::xdotool({"key", "Tab"});
+    settle();
+    EXPECT_TRUE(
+        waitUntil([&] { return value().contains(u'\n' + rewrite + QStringLiteral("\nOn ")); }, 5000))
         << value().toStdString() << log().toStdString();
 }

@@ -122,16 +122,7 @@ std::optional<QString> EditableDocument::text(const AtRef& document) {
 
 std::optional<FlatText::Place> EditableDocument::caret(const Read& r, OffsetUnit unit) {
     int block = 0;
-    std::optional<int> offset;
-    if (r.textless) {
-        // Only the block that holds the caret answers one.
-        for (int i = 0; i < r.texts[0].size() && !offset; ++i) {
-            const auto child = r.flat.childAt(0, i);
-            if (child && r.refs[size_t(*child)] && at::caret(r.refs[size_t(*child)])) offset = i;
-        }
-    } else {
-        offset = at::caret(r.refs[0]);
-    }
+    auto offset = r.textless ? caretBlock(r) : at::caret(r.refs[0]);
     if (!offset || *offset < 0) return std::nullopt;
     for (;;) {
         const qint64 local = toUtf16(r.texts[size_t(block)], *offset, unit);
@@ -169,11 +160,29 @@ FlatText::Place EditableDocument::selectionEnd(const Read& r, std::pair<int, int
     }
 }
 
+std::optional<int> EditableDocument::caretBlock(const Read& r) {
+    for (int i = 0; i < r.texts[0].size(); ++i) {
+        const auto child = r.flat.childAt(0, i);
+        if (child && r.refs[size_t(*child)] && at::caret(r.refs[size_t(*child)])) return i;
+    }
+    return std::nullopt;
+}
+
+std::optional<std::pair<int, int>> EditableDocument::rootSelection(const Read& r) {
+    if (!r.textless) return at::selection(r.refs[0]);
+    // The document answers none: the block holding the caret, where a paragraph is one block,
+    // answers for it.
+    const auto i = caretBlock(r);
+    const auto child = i ? r.flat.childAt(0, *i) : std::nullopt;
+    if (!child || !at::selection(r.refs[size_t(*child)])) return std::nullopt;
+    return std::pair{*i, *i + 1};
+}
+
 std::optional<platform::Range> EditableDocument::selectedRange(const AtRef& document,
                                                                OffsetUnit unit) {
     const Read* r = read(document);
     if (!r) return std::nullopt;
-    if (const auto sel = at::selection(r->refs[0])) {
+    if (const auto sel = rootSelection(*r)) {
         const qint64 start = r->flat.toFlat(selectionEnd(*r, *sel, unit, false));
         const qint64 end = r->flat.toFlat(selectionEnd(*r, *sel, unit, true));
         return platform::Range{std::min(start, end), std::abs(end - start)};

@@ -61,6 +61,11 @@ private:
     const Read* read(const AtRef& document);
     Block blockOf(const AtRef& element, QString text, int depth, std::vector<AtRef>& refs,
                   std::vector<QString>& texts);
+    // In a document with no text of its own only the block holding the caret answers one:
+    // that block's place in the document's row of blocks.
+    std::optional<int> caretBlock(const Read& r);
+    // The document's own selection, in its text's offsets.
+    std::optional<std::pair<int, int>> rootSelection(const Read& r);
     std::optional<FlatText::Place> caret(const Read& r, OffsetUnit unit);
     // Where one end of the selection lies, followed down from the document's selection.
     FlatText::Place selectionEnd(const Read& r, std::pair<int, int> selection, OffsetUnit unit,
