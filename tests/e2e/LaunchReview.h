@@ -1,9 +1,15 @@
 #pragma once
-// The message the mail tests answer, as saved from a mail client, and the drafts the claude
-// stand-in gives for it.
+// The message the mail tests answer, as saved from a mail client, the drafts the claude
+// stand-in gives for it, and the rewrite of a line typed below a draft.
+
+#include <gtest/gtest.h>
 
 #include <QByteArray>
 #include <QStringList>
+
+#include "DesktopHelpers.h"
+#include "Standin.h"
+#include "overlay/Bubble.h"
 
 namespace launchreview {
 
@@ -28,5 +34,25 @@ inline const QStringList kDrafts{
     QStringLiteral("I'll send it first thing tomorrow."),
     QStringLiteral("Yes, Thursday works, sending it within the hour."),
 };
+
+inline const QString kRewrite = QStringLiteral("Could you send me last week's numbers as well?");
+
+// Types a line after the given keys, waits for its rewrite and takes it with Tab.
+inline testing::AssertionResult takeRewriteOfATypedLine(const testsupport::TempHome& home,
+                                                        const overlay::Shown& shown,
+                                                        const QStringList& keys) {
+    testsupport::setStandinScript(home, "answer " + kRewrite.toUtf8() + "\n");
+    desktop::xdotool(QStringList{QStringLiteral("key")} + keys);
+    desktop::xdotool({"type", "--delay", "20", "could you send me the numbers of last week too"});
+    if (!testsupport::waitUntil(
+            [&] {
+                return shown.kind == overlay::Shown::Kind::Suggestion && shown.text == kRewrite;
+            },
+            30000))
+        return testing::AssertionFailure() << "no rewrite was shown";
+    desktop::xdotool({"key", "Tab"});
+    desktop::settle();
+    return testing::AssertionSuccess();
+}
 
 }  // namespace launchreview

@@ -124,17 +124,10 @@ TEST_F(EvolutionOnDesktop, ReplyAboveTheQuoteGetsDraftsFromTheQuote) {
         << value().toStdString() << log().toStdString();
 
     // A line typed below it comes back rewritten, in its place.
-    const QString rewrite = QStringLiteral("Could you send me last week's numbers as well?");
-    testsupport::setStandinScript(home, "answer " + rewrite.toUtf8() + "\n");
-    desktop::xdotool({"key", "End", "Return"});
-    desktop::xdotool({"type", "--delay", "20", "could you send me the numbers of last week too"});
-    ASSERT_TRUE(waitUntil(
-        [&] { return shown.kind == overlay::Shown::Kind::Suggestion && shown.text == rewrite; },
-        30000))
+    ASSERT_TRUE(launchreview::takeRewriteOfATypedLine(home, shown, {"End", "Return"}))
         << log().toStdString();
-    desktop::xdotool({"key", "Tab"});
-    settle();
-    EXPECT_TRUE(
-        waitUntil([&] { return value().contains(u'\n' + rewrite + QStringLiteral("\nOn ")); }, 5000))
+    EXPECT_TRUE(waitUntil(
+        [&] { return value().contains(u'\n' + launchreview::kRewrite + QStringLiteral("\nOn ")); },
+        5000))
         << value().toStdString() << log().toStdString();
 }
