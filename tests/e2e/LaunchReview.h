@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <QByteArray>
+#include <QProcess>
 #include <QStringList>
 
 #include "DesktopHelpers.h"
@@ -34,6 +35,23 @@ inline const QStringList kDrafts{
     QStringLiteral("I'll send it first thing tomorrow."),
     QStringLiteral("Yes, Thursday works, sending it within the hour."),
 };
+
+// A mail client that ends with the test, killed if it still runs.
+struct MailClient : QProcess {
+    ~MailClient() override {
+        if (state() == QProcess::NotRunning) return;
+        kill();
+        waitForFinished(5000);
+    }
+};
+
+// For a test that found no mail client: a failure in CI, which must have it, else a skip. Call
+// as `return missingMailClient("Evolution", "evolution");` from the test's body.
+inline void missingMailClient(const char* name, const char* package) {
+    if (qEnvironmentVariable("CI") == QLatin1String("true"))
+        FAIL() << name << " is not installed (./run tests installs the " << package << " package)";
+    GTEST_SKIP() << "MAIL TEST SKIPPED: " << name << " is not installed";
+}
 
 inline const QString kRewrite = QStringLiteral("Could you send me last week's numbers as well?");
 
