@@ -1,6 +1,7 @@
 #pragma once
-// The message the mail tests answer, as saved from a mail client, the drafts the claude
-// stand-in gives for it, and the rewrite of a line typed below a draft.
+// What the mail tests share: the message they answer, as saved from a mail client, the drafts
+// the claude stand-in gives for it, the rewrite of a line typed below a draft, and the client's
+// process.
 
 #include <gtest/gtest.h>
 
