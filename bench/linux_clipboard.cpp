@@ -10,7 +10,7 @@
 #include <chrono>
 #include <cstdio>
 
-#include "platform/linux/QtClipboard.h"
+#include "platform/linux/session/QtClipboard.h"
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "xcb");

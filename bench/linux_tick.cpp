@@ -18,9 +18,9 @@
 
 #include "ax/Browser.h"
 #include "ax/TextField.h"
-#include "platform/linux/AtspiAx.h"
-#include "platform/linux/Desktop.h"
-#include "platform/linux/X11Workspace.h"
+#include "platform/linux/atspi/AtspiAx.h"
+#include "platform/linux/session/Desktop.h"
+#include "platform/linux/x11/X11Workspace.h"
 
 namespace {
 

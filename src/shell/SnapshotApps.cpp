@@ -7,7 +7,7 @@
 
 #include "overlay/Style.h"
 #include "platform/JsonDefaults.h"
-#include "platform/linux/X11Workspace.h"
+#include "platform/linux/x11/X11Workspace.h"
 #include "rules/AppRules.h"
 #include "setup/AppsView.h"
 

@@ -5,7 +5,7 @@
 
 #include "overlay/Style.h"
 #include "platform/JsonDefaults.h"
-#include "platform/linux/Desktop.h"
+#include "platform/linux/session/Desktop.h"
 #include "setup/Setup.h"
 #include "setup/SetupView.h"
 #include "shell/SnapshotApps.h"

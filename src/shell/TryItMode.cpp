@@ -3,7 +3,7 @@
 #include <QApplication>
 #include <QTimer>
 
-#include "platform/linux/Desktop.h"
+#include "platform/linux/session/Desktop.h"
 #include "setup/TryIt.h"
 
 namespace shell {

@@ -13,7 +13,7 @@
 #include "engine/Glimmo.h"
 #include "platform/Clock.h"
 #include "platform/Defaults.h"
-#include "platform/linux/Desktop.h"
+#include "platform/linux/session/Desktop.h"
 #include "rules/AppRules.h"
 
 struct EngineOnDesktop : ::testing::Test {

@@ -16,7 +16,7 @@
 #include "Standin.h"
 #include "TempHome.h"
 #include "engine/Glimmo.h"
-#include "platform/linux/Desktop.h"
+#include "platform/linux/session/Desktop.h"
 #include "rules/AppRules.h"
 
 using desktop::settle;

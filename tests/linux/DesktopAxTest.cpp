@@ -6,7 +6,7 @@
 #include "DesktopHelpers.h"
 #include "GtkEditor.h"
 #include "TempHome.h"
-#include "platform/linux/AtspiAx.h"
+#include "platform/linux/atspi/AtspiAx.h"
 
 using namespace platform;
 using testsupport::waitUntil;

@@ -9,7 +9,7 @@
 #include "DesktopHelpers.h"
 #include "GtkEditor.h"
 #include "TempHome.h"
-#include "platform/linux/QtClipboard.h"
+#include "platform/linux/session/QtClipboard.h"
 
 using testsupport::waitUntil;
 

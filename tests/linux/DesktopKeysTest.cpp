@@ -5,10 +5,10 @@
 #include "GtkEditor.h"
 #include "TempHome.h"
 #include "platform/Keys.h"
-#include "platform/linux/AtspiAx.h"
-#include "platform/linux/QtClipboard.h"
-#include "platform/linux/XGrabKeyTap.h"
-#include "platform/linux/XTestKeyboard.h"
+#include "platform/linux/atspi/AtspiAx.h"
+#include "platform/linux/session/QtClipboard.h"
+#include "platform/linux/x11/XGrabKeyTap.h"
+#include "platform/linux/x11/XTestKeyboard.h"
 
 using namespace platform;
 using testsupport::waitUntil;

@@ -7,7 +7,7 @@
 #include "DesktopHelpers.h"
 #include "GtkEditor.h"
 #include "TempHome.h"
-#include "platform/linux/X11Workspace.h"
+#include "platform/linux/x11/X11Workspace.h"
 
 using testsupport::waitUntil;
 

@@ -1,8 +1,8 @@
 // The backend's pure pieces: offset conversion, text runs.
 #include <gtest/gtest.h>
 
-#include "platform/linux/TextOffsets.h"
-#include "platform/linux/TextRun.h"
+#include "platform/linux/atspi/TextOffsets.h"
+#include "platform/linux/atspi/TextRun.h"
 
 using namespace linuxdesk;
 
@@ -39,7 +39,7 @@ TEST(TextOffsets, LoneSurrogatesCountAsOneCharacter) {
     EXPECT_EQ(fromUtf16(text, 3, OffsetUnit::CodePoint), 3);
 }
 
-#include "platform/linux/DesktopEntries.h"
+#include "platform/linux/session/DesktopEntries.h"
 
 TEST(DesktopEntry, LocalizedNameAndOnlyApplications) {
     const QByteArray text =
@@ -59,7 +59,7 @@ TEST(DesktopEntry, LocalizedNameAndOnlyApplications) {
             ->hidden);
 }
 
-#include "platform/linux/WindowMapping.h"
+#include "platform/linux/atspi/WindowMapping.h"
 
 // What an application reports for its window, fitted onto the X server's frames of it.
 TEST(WindowMapping, ReportedWindowsFitOntoTheirTrueFrames) {
@@ -98,7 +98,7 @@ TEST(TextRun, TextAroundChildObjectsBecomesRunsInReadingOrder) {
     EXPECT_EQ(runs, (QStringList{"Hi", ", see", "the deck"}));
 }
 
-#include "platform/linux/FlatText.h"
+#include "platform/linux/atspi/FlatText.h"
 
 TEST(FlatText, NestedBlocksJoinAsLinesAndOffsetsMapBothWays) {
     // A reply paragraph, a cite line, a quote holding a section with a link in its sentence.
@@ -136,8 +136,8 @@ TEST(FlatText, NestedBlocksJoinAsLinesAndOffsetsMapBothWays) {
 #include <QFile>
 #include <QTemporaryDir>
 
-#include "platform/linux/ProcessNames.h"
-#include "platform/linux/TypedTab.h"
+#include "platform/linux/session/ProcessNames.h"
+#include "platform/linux/wayland/TypedTab.h"
 
 TEST(ProcessNames, LauncherEntryScopeAndExecutableFromAProcFolder) {
     QTemporaryDir proc;

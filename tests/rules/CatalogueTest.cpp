@@ -3,6 +3,7 @@
 #include <QSet>
 
 #include "main/Constants.h"
+#include "platform/LinuxApps.h"
 #include "rules/Catalogue.h"
 #include "rules/LinuxApps.h"
 
@@ -54,7 +55,7 @@ TEST(Catalogue, LinuxApplicationsByIdInAnyCase) {
 // What the desktop backend reports of the windows the end-to-end tests open, and of common
 // applications, becomes the identifier the rules and the engine know.
 TEST(Catalogue, OneTableResolvesWindowNames) {
-    using rules::appIdFor;
+    using platform::appIdFor;
     EXPECT_EQ(appIdFor({"", "", "", "", "Chromium", "chromium"}), "com.google.Chrome");
     EXPECT_EQ(appIdFor({"org.glimmo.TestEditor", "", "", "", "Glimmo-gtk-editor"}),
               "org.glimmo.TestEditor");
@@ -64,7 +65,7 @@ TEST(Catalogue, OneTableResolvesWindowNames) {
     EXPECT_EQ(appIdFor({"", "org.example.Unknown", "other"}), "org.example.Unknown");
     EXPECT_EQ(appIdFor({"", ""}), "");
 
-    EXPECT_EQ(rules::linuxNamesOf("org.example.Unknown"), QStringList{"org.example.Unknown"});
+    EXPECT_EQ(platform::linuxNamesOf("org.example.Unknown"), QStringList{"org.example.Unknown"});
 }
 
 }  // namespace

@@ -8,7 +8,7 @@
 #include "DataFolder.h"
 #include "platform/Defaults.h"
 #include "platform/fake/Workspace.h"
-#include "platform/linux/X11Workspace.h"
+#include "platform/linux/x11/X11Workspace.h"
 #include "rules/Catalogue.h"
 #include "setup/AppsView.h"
 #include "setup/GlimmoSwitch.h"

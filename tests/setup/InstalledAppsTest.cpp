@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "DataFolder.h"
-#include "platform/linux/X11Workspace.h"
+#include "platform/linux/x11/X11Workspace.h"
 #include "setup/AppIdentity.h"
 
 using setup::installedApps;

@@ -15,7 +15,7 @@
 
 #include "DesktopHelpers.h"
 #include "TempHome.h"
-#include "platform/linux/AtspiAx.h"
+#include "platform/linux/atspi/AtspiAx.h"
 
 // A stand-in script that answers every request with text.
 inline QByteArray answer(const QString& text) {

@@ -9,8 +9,8 @@
 
 #include "GlimmoRun.h"
 #include "GtkEditor.h"
-#include "platform/linux/QtClipboard.h"
-#include "platform/linux/QtScreens.h"
+#include "platform/linux/session/QtClipboard.h"
+#include "platform/linux/session/QtScreens.h"
 
 using testsupport::waitUntil;
 

@@ -1,0 +1,363 @@
+#include "platform/linux/atspi/Atspi.h"
+
+#include <QElapsedTimer>
+#include <QSet>
+
+namespace linuxdesk::at {
+
+namespace {
+
+// A call into a hung application gives up after 1.5 s instead of D-Bus's 25 s; one that has
+// just started gets 5 s to finish building its tree.
+constexpr int kCallTimeoutMs = 1500;
+constexpr int kStartupTimeoutMs = 5000;
+// GTK 4.8 makes the selection it is asked for but never answers; the keyboard must not wait
+// the full timeout for that. An application that kept silent once is not waited for again
+// (its bus name lasts as long as it runs).
+constexpr int kSelectionTimeoutMs = 150;
+constexpr int kSilentSelectionTimeoutMs = 1;
+
+// Runs one call with an error slot; an error (always freed) turns the answer into absent.
+template <typename F>
+auto guarded(F&& call) -> std::optional<decltype(call(static_cast<GError**>(nullptr)))> {
+    GError* error = nullptr;
+    auto result = call(&error);
+    if (error) {
+        g_error_free(error);
+        return std::nullopt;
+    }
+    return result;
+}
+
+std::optional<QString> takeString(gchar* s) {
+    if (!s) return std::nullopt;
+    QString out = QString::fromUtf8(s);
+    g_free(s);
+    return out;
+}
+
+template <typename F>
+std::optional<QString> stringCall(F&& call) {
+    GError* error = nullptr;
+    gchar* s = call(&error);
+    if (error) {
+        g_error_free(error);
+        g_free(s);
+        return std::nullopt;
+    }
+    return takeString(s);
+}
+
+// Interface accessors return a new reference, or null when the object lacks the interface.
+template <typename Iface>
+struct IfaceRef {
+    Iface* p;
+    ~IfaceRef() {
+        if (p) g_object_unref(p);
+    }
+};
+
+IfaceRef<AtspiText> textOf(const AtRef& a) {
+    return {a ? atspi_accessible_get_text_iface(a.get()) : nullptr};
+}
+
+std::optional<platform::Rect> takeRect(AtspiRect* r) {
+    if (!r) return std::nullopt;
+    platform::Rect out{double(r->x), double(r->y), double(r->width), double(r->height)};
+    g_free(r);
+    return out;
+}
+
+AtspiCoordType coordType(Coords coords) {
+    return coords == Coords::Screen ? ATSPI_COORD_TYPE_SCREEN : ATSPI_COORD_TYPE_WINDOW;
+}
+
+}  // namespace
+
+bool init() {
+    static int status = -1;
+    if (status == -1) {
+        // 0: connected; 1: already connected by someone else in this process.
+        status = atspi_init();
+        atspi_set_timeout(kCallTimeoutMs, kStartupTimeoutMs);
+    }
+    return status == 0 || status == 1;
+}
+
+QString busName(const AtRef& a) {
+    if (!a) return {};
+    auto* object = reinterpret_cast<AtspiObject*>(a.get());
+    return object->app && object->app->bus_name ? QString::fromUtf8(object->app->bus_name)
+                                                : QString();
+}
+
+QString path(const AtRef& a) {
+    if (!a) return {};
+    auto* object = reinterpret_cast<AtspiObject*>(a.get());
+    return object->path ? QString::fromUtf8(object->path) : QString();
+}
+
+QString key(const AtRef& a) {
+    return busName(a) + QLatin1Char('|') + path(a);
+}
+
+std::optional<AtspiRole> role(const AtRef& a) {
+    if (!a) return std::nullopt;
+    auto r = guarded([&](GError** e) { return atspi_accessible_get_role(a.get(), e); });
+    if (!r || *r == ATSPI_ROLE_INVALID) return std::nullopt;
+    return r;
+}
+
+std::optional<States> states(const AtRef& a) {
+    if (!a) return std::nullopt;
+    AtspiStateSet* set = atspi_accessible_get_state_set(a.get());
+    if (!set) return std::nullopt;
+    States s;
+    s.focused = atspi_state_set_contains(set, ATSPI_STATE_FOCUSED);
+    s.focusable = atspi_state_set_contains(set, ATSPI_STATE_FOCUSABLE);
+    s.editable = atspi_state_set_contains(set, ATSPI_STATE_EDITABLE);
+    s.readOnly = atspi_state_set_contains(set, ATSPI_STATE_READ_ONLY);
+    s.multiLine = atspi_state_set_contains(set, ATSPI_STATE_MULTI_LINE);
+    s.singleLine = atspi_state_set_contains(set, ATSPI_STATE_SINGLE_LINE);
+    s.active = atspi_state_set_contains(set, ATSPI_STATE_ACTIVE);
+    s.showing = atspi_state_set_contains(set, ATSPI_STATE_SHOWING);
+    s.defunct = atspi_state_set_contains(set, ATSPI_STATE_DEFUNCT);
+    g_object_unref(set);
+    return s;
+}
+
+std::optional<QString> name(const AtRef& a) {
+    if (!a) return std::nullopt;
+    return stringCall([&](GError** e) { return atspi_accessible_get_name(a.get(), e); });
+}
+
+std::optional<QString> description(const AtRef& a) {
+    if (!a) return std::nullopt;
+    return stringCall([&](GError** e) { return atspi_accessible_get_description(a.get(), e); });
+}
+
+std::optional<QString> accessibleId(const AtRef& a) {
+    if (!a) return std::nullopt;
+    return stringCall([&](GError** e) { return atspi_accessible_get_accessible_id(a.get(), e); });
+}
+
+std::optional<QString> toolkit(const AtRef& a) {
+    if (!a) return std::nullopt;
+    return stringCall([&](GError** e) { return atspi_accessible_get_toolkit_name(a.get(), e); });
+}
+
+std::optional<QString> toolkitVersion(const AtRef& a) {
+    if (!a) return std::nullopt;
+    return stringCall(
+        [&](GError** e) { return atspi_accessible_get_toolkit_version(a.get(), e); });
+}
+
+std::optional<std::map<QString, QString>> attributes(const AtRef& a) {
+    if (!a) return std::nullopt;
+    GError* error = nullptr;
+    GHashTable* table = atspi_accessible_get_attributes(a.get(), &error);
+    if (error) {
+        g_error_free(error);
+        if (table) g_hash_table_unref(table);
+        return std::nullopt;
+    }
+    std::map<QString, QString> out;
+    if (!table) return out;
+    GHashTableIter it;
+    gpointer key, value;
+    g_hash_table_iter_init(&it, table);
+    while (g_hash_table_iter_next(&it, &key, &value))
+        out[QString::fromUtf8(static_cast<const char*>(key))] =
+            QString::fromUtf8(static_cast<const char*>(value));
+    g_hash_table_unref(table);
+    return out;
+}
+
+std::optional<qint64> processId(const AtRef& a) {
+    if (!a) return std::nullopt;
+    auto pid = guarded([&](GError** e) { return atspi_accessible_get_process_id(a.get(), e); });
+    if (!pid || *pid == 0) return std::nullopt;
+    return qint64(*pid);
+}
+
+AtRef parent(const AtRef& a) {
+    if (!a) return {};
+    auto p = guarded([&](GError** e) { return atspi_accessible_get_parent(a.get(), e); });
+    return p ? AtRef::adopt(*p) : AtRef();
+}
+
+AtRef application(const AtRef& a) {
+    if (!a) return {};
+    auto p = guarded([&](GError** e) { return atspi_accessible_get_application(a.get(), e); });
+    return p ? AtRef::adopt(*p) : AtRef();
+}
+
+std::optional<int> childCount(const AtRef& a) {
+    if (!a) return std::nullopt;
+    return guarded([&](GError** e) { return atspi_accessible_get_child_count(a.get(), e); });
+}
+
+AtRef child(const AtRef& a, int index) {
+    if (!a) return {};
+    auto c =
+        guarded([&](GError** e) { return atspi_accessible_get_child_at_index(a.get(), index, e); });
+    return c ? AtRef::adopt(*c) : AtRef();
+}
+
+std::optional<int> indexInParent(const AtRef& a) {
+    if (!a) return std::nullopt;
+    auto i = guarded([&](GError** e) { return atspi_accessible_get_index_in_parent(a.get(), e); });
+    if (!i || *i < 0) return std::nullopt;
+    return i;
+}
+
+AtRef desktop() {
+    return AtRef::adopt(atspi_get_desktop(0));
+}
+
+bool hasText(const AtRef& a) {
+    return textOf(a).p != nullptr;
+}
+
+std::optional<QString> text(const AtRef& a) {
+    auto t = textOf(a);
+    if (!t.p) return std::nullopt;
+    return stringCall([&](GError** e) { return atspi_text_get_text(t.p, 0, -1, e); });
+}
+
+std::optional<int> caret(const AtRef& a) {
+    auto t = textOf(a);
+    if (!t.p) return std::nullopt;
+    auto c = guarded([&](GError** e) { return atspi_text_get_caret_offset(t.p, e); });
+    if (!c || *c < 0) return std::nullopt;
+    return c;
+}
+
+std::optional<std::pair<int, int>> selection(const AtRef& a) {
+    auto t = textOf(a);
+    if (!t.p) return std::nullopt;
+    auto n = guarded([&](GError** e) { return atspi_text_get_n_selections(t.p, e); });
+    if (!n || *n <= 0) return std::nullopt;
+    auto range = guarded([&](GError** e) { return atspi_text_get_selection(t.p, 0, e); });
+    if (!range || !*range) return std::nullopt;
+    std::pair<int, int> out{(*range)->start_offset, (*range)->end_offset};
+    g_free(*range);
+    if (out.first > out.second) std::swap(out.first, out.second);
+    if (out.first == out.second || out.first < 0) return std::nullopt;
+    return out;
+}
+
+bool hasEditableText(const AtRef& a) {
+    if (!a) return false;
+    AtspiEditableText* e = atspi_accessible_get_editable_text_iface(a.get());
+    if (e) g_object_unref(e);
+    return e != nullptr;
+}
+
+bool deleteText(const AtRef& a, int start, int end) {
+    IfaceRef<AtspiEditableText> t{a ? atspi_accessible_get_editable_text_iface(a.get()) : nullptr};
+    if (!t.p) return false;
+    auto ok = guarded([&](GError** e) { return atspi_editable_text_delete_text(t.p, start, end, e); });
+    return ok && *ok;
+}
+
+bool insertText(const AtRef& a, int position, const QString& text, int length) {
+    IfaceRef<AtspiEditableText> t{a ? atspi_accessible_get_editable_text_iface(a.get()) : nullptr};
+    if (!t.p) return false;
+    const QByteArray utf8 = text.toUtf8();
+    auto ok = guarded([&](GError** e) {
+        return atspi_editable_text_insert_text(t.p, position, utf8.constData(), length, e);
+    });
+    return ok && *ok;
+}
+
+bool setCaret(const AtRef& a, int offset) {
+    auto t = textOf(a);
+    if (!t.p) return false;
+    auto ok = guarded([&](GError** e) { return atspi_text_set_caret_offset(t.p, offset, e); });
+    return ok && *ok;
+}
+
+bool setSelection(const AtRef& a, int start, int end) {
+    auto t = textOf(a);
+    if (!t.p) return false;
+    auto n = guarded([&](GError** e) { return atspi_text_get_n_selections(t.p, e); });
+    static QSet<QString> silent;
+    const QString bus = busName(a);
+    const int timeout = silent.contains(bus) ? kSilentSelectionTimeoutMs : kSelectionTimeoutMs;
+    // No startup allowance here: a selection needs no tree to be built.
+    atspi_set_timeout(timeout, 0);
+    QElapsedTimer clock;
+    clock.start();
+    std::optional<gboolean> ok;
+    if (n && *n > 0)
+        ok = guarded([&](GError** e) { return atspi_text_set_selection(t.p, 0, start, end, e); });
+    else
+        ok = guarded([&](GError** e) { return atspi_text_add_selection(t.p, start, end, e); });
+    const bool unanswered = !ok && clock.elapsed() >= timeout;
+    atspi_set_timeout(kCallTimeoutMs, kStartupTimeoutMs);
+    if (unanswered) {
+        silent.insert(bus);
+        // Whether it took the selection shows in the selection read back: the application
+        // handles that question after this request.
+        return true;
+    }
+    return ok && *ok;
+}
+
+std::optional<QString> textAttribute(const AtRef& a, int offset, const char* name) {
+    auto t = textOf(a);
+    if (!t.p) return std::nullopt;
+    // The run with the defaults: WebKit answers no single attribute, and states some (as
+    // "editable") only among the defaults.
+    gint start = 0, end = 0;
+    auto table = guarded([&](GError** e) {
+        return atspi_text_get_attribute_run(t.p, offset, TRUE, &start, &end, e);
+    });
+    if (!table || !*table) return std::nullopt;
+    const auto* value = static_cast<const gchar*>(g_hash_table_lookup(*table, name));
+    std::optional<QString> out;
+    if (value && *value) out = QString::fromUtf8(value);
+    g_hash_table_unref(*table);
+    return out;
+}
+
+std::optional<platform::Rect> rangeExtents(const AtRef& a, int start, int end, Coords coords) {
+    auto t = textOf(a);
+    if (!t.p) return std::nullopt;
+    auto r = guarded([&](GError** e) {
+        return atspi_text_get_range_extents(t.p, start, end, coordType(coords), e);
+    });
+    return r ? takeRect(*r) : std::nullopt;
+}
+
+std::optional<platform::Rect> characterExtents(const AtRef& a, int offset, Coords coords) {
+    auto t = textOf(a);
+    if (!t.p) return std::nullopt;
+    auto r = guarded([&](GError** e) {
+        return atspi_text_get_character_extents(t.p, offset, coordType(coords), e);
+    });
+    return r ? takeRect(*r) : std::nullopt;
+}
+
+std::optional<platform::Rect> extents(const AtRef& a, Coords coords) {
+    if (!a) return std::nullopt;
+    IfaceRef<AtspiComponent> c{atspi_accessible_get_component_iface(a.get())};
+    if (!c.p) return std::nullopt;
+    auto r =
+        guarded([&](GError** e) { return atspi_component_get_extents(c.p, coordType(coords), e); });
+    return r ? takeRect(*r) : std::nullopt;
+}
+
+std::optional<QString> documentAttribute(const AtRef& a, const char* key) {
+    if (!a) return std::nullopt;
+    IfaceRef<AtspiDocument> d{atspi_accessible_get_document_iface(a.get())};
+    if (!d.p) return std::nullopt;
+    auto value = stringCall([&](GError** e) {
+        return atspi_document_get_document_attribute_value(d.p, const_cast<gchar*>(key), e);
+    });
+    if (value && value->isEmpty()) return std::nullopt;
+    return value;
+}
+
+}  // namespace linuxdesk::at

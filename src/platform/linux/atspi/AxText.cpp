@@ -1,0 +1,82 @@
+#include "platform/linux/atspi/AxText.h"
+
+#include <QList>
+
+#include "platform/linux/atspi/Atspi.h"
+
+namespace linuxdesk::axtext {
+
+std::optional<platform::Range> selectedRange(const AtRef& element, const QString& text,
+                                             OffsetUnit unit) {
+    if (const auto sel = at::selection(element)) {
+        const qint64 start = toUtf16(text, sel->first, unit);
+        const qint64 end = toUtf16(text, sel->second, unit);
+        return platform::Range{start, end - start};
+    }
+    const auto caret = at::caret(element);
+    if (!caret) return std::nullopt;
+    return platform::Range{toUtf16(text, *caret, unit), 0};
+}
+
+std::optional<QString> selectedText(const AtRef& element, const QString& text, OffsetUnit unit) {
+    const auto sel = at::selection(element);
+    if (!sel) return at::caret(element) ? std::optional<QString>(QString()) : std::nullopt;
+    const qint64 start = toUtf16(text, sel->first, unit);
+    const qint64 end = toUtf16(text, sel->second, unit);
+    return text.mid(start, end - start);
+}
+
+std::optional<platform::Rect> boundsForRange(const AtRef& element, const QString& text,
+                                             const platform::Range& range, OffsetUnit unit,
+                                             at::Coords coords) {
+    const int start = int(fromUtf16(text, range.location, unit));
+    const int end = int(fromUtf16(text, range.end(), unit));
+    if (end > start) {
+        auto r = at::rangeExtents(element, start, end, coords);
+        if (r && r->height > 0) return r;
+        // Some toolkits answer ranges with nothing; the first character still places it.
+        return at::characterExtents(element, start, coords);
+    }
+    // An empty range: the left edge of the character there, or the right edge of the last
+    // one when the caret sits at the very end.
+    if (auto r = at::characterExtents(element, start, coords); r && r->height > 0) {
+        r->width = 0;
+        return r;
+    }
+    if (start > 0) {
+        if (auto r = at::characterExtents(element, start - 1, coords); r && r->height > 0) {
+            r->x += r->width;
+            r->width = 0;
+            return r;
+        }
+    }
+    return std::nullopt;
+}
+
+bool setSelectedRange(const AtRef& element, const QString& text, const platform::Range& range,
+                      OffsetUnit unit) {
+    if (range.location < 0 || range.length < 0 || range.end() > text.size()) return false;
+    const int start = int(fromUtf16(text, range.location, unit));
+    const int end = int(fromUtf16(text, range.end(), unit));
+    if (end == start) return at::setCaret(element, start);
+    return at::setSelection(element, start, end);
+}
+
+bool replace(const AtRef& element, const QString& text, const platform::Range& range,
+             const QString& replacement, OffsetUnit unit) {
+    if (range.location < 0 || range.length < 0 || range.end() > text.size()) return false;
+    const int start = int(fromUtf16(text, range.location, unit));
+    const int end = int(fromUtf16(text, range.end(), unit));
+    if (end > start && !at::deleteText(element, start, end)) return false;
+    // GTK measures inserted text in UTF-8 bytes, Qt in UTF-16 units.
+    const int length =
+        unit == OffsetUnit::CodePoint ? int(replacement.toUtf8().size()) : int(replacement.size());
+    if (!replacement.isEmpty() && !at::insertText(element, start, replacement, length))
+        return false;
+    const int inserted = unit == OffsetUnit::CodePoint ? int(replacement.toUcs4().size())
+                                                       : int(replacement.size());
+    at::setCaret(element, start + inserted);
+    return true;
+}
+
+}  // namespace linuxdesk::axtext

@@ -1,0 +1,77 @@
+#include "platform/linux/session/Desktop.h"
+
+#include "platform/linux/atspi/AtspiAx.h"
+#include "platform/linux/wayland/AtspiKeyTap.h"
+#include "platform/linux/session/LinuxInputSource.h"
+#include "platform/linux/wayland/NativeEdit.h"
+#include "platform/linux/wayland/NativeRoute.h"
+#include "platform/linux/session/QtClipboard.h"
+#include "platform/linux/session/QtScreens.h"
+#include "platform/linux/wayland/RoutedAx.h"
+#include "platform/linux/wayland/RoutedClipboard.h"
+#include "platform/linux/wayland/RoutedKeyTap.h"
+#include "platform/linux/wayland/RoutedKeyboard.h"
+#include "platform/linux/wayland/RoutedWorkspace.h"
+#include "platform/linux/x11/X11Workspace.h"
+#include "platform/linux/x11/XGrabKeyTap.h"
+#include "platform/linux/x11/XTestKeyboard.h"
+
+namespace linuxdesk {
+
+struct Desktop::Parts {
+    AtspiAx ax;
+    X11Workspace workspace;
+    XTestKeyboard keyboard;
+    XGrabKeyTap keyTap{&keyboard};
+    QtClipboard clipboard;
+    QtScreens screens;
+    LinuxInputSource inputSource;
+
+    // A Wayland session also has native windows; these hand each call to the part that serves
+    // the frontmost application.
+    NativeRoute route{workspace, ax};
+    NativeEdit edit{ax, route};
+    AtspiKeyTap nativeTap{ax, route};
+    RoutedWorkspace routedWorkspace{route, workspace};
+    RoutedAx routedAx{route, ax, edit, nativeTap, screens};
+    RoutedKeyboard routedKeyboard{route, keyboard, edit};
+    RoutedKeyTap routedKeyTap{route, keyTap, nativeTap};
+    RoutedClipboard routedClipboard{route, clipboard, edit};
+};
+
+Desktop::Desktop() : parts_(std::make_unique<Parts>()) {}
+
+Desktop::~Desktop() = default;
+
+bool Desktop::waylandSession() {
+    return qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+           qEnvironmentVariable("XDG_SESSION_TYPE") == QLatin1String("wayland");
+}
+
+platform::Platform Desktop::platform(platform::Defaults& defaults, platform::Clock& clock) {
+    Parts& p = *parts_;
+    if (waylandSession())
+        return platform::Platform{p.routedAx,        p.routedWorkspace, p.routedKeyboard,
+                                  p.routedKeyTap,    p.routedClipboard, p.screens,
+                                  p.inputSource,     defaults,          clock};
+    return platform::Platform{p.ax,      p.workspace,   p.keyboard, p.keyTap, p.clipboard,
+                              p.screens, p.inputSource, defaults,   clock};
+}
+
+bool Desktop::hasDisplay() const {
+    return parts_->keyboard.available();
+}
+AtspiAx& Desktop::ax() {
+    return parts_->ax;
+}
+X11Workspace& Desktop::workspace() {
+    return parts_->workspace;
+}
+XTestKeyboard& Desktop::keyboard() {
+    return parts_->keyboard;
+}
+XGrabKeyTap& Desktop::keyTap() {
+    return parts_->keyTap;
+}
+
+}  // namespace linuxdesk

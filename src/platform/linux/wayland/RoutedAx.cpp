@@ -1,0 +1,79 @@
+#include "platform/linux/wayland/RoutedAx.h"
+
+#include "platform/linux/atspi/AtspiAx.h"
+#include "platform/linux/wayland/AtspiKeyTap.h"
+#include "platform/linux/wayland/NativeEdit.h"
+#include "platform/linux/wayland/NativePlace.h"
+#include "platform/linux/wayland/NativeRoute.h"
+
+namespace linuxdesk {
+
+namespace {
+
+bool isTextRole(const std::optional<platform::Value>& role) {
+    const auto* r = role ? std::get_if<QString>(&*role) : nullptr;
+    return r && (*r == QLatin1String("AXTextField") || *r == QLatin1String("AXTextArea") ||
+                 *r == QLatin1String("AXComboBox"));
+}
+
+}  // namespace
+
+bool RoutedAx::native(const platform::Element& element) const {
+    return route_.native() && route_.owns(element);
+}
+
+bool RoutedAx::trusted() {
+    return ax_.trusted();
+}
+void RoutedAx::requestTrust() {
+    ax_.requestTrust();
+}
+platform::Element RoutedAx::application(qint64 pid) {
+    return ax_.application(pid);
+}
+bool RoutedAx::same(const platform::Element& a, const platform::Element& b) {
+    return ax_.same(a, b);
+}
+
+std::vector<QString> RoutedAx::restartNeeded() {
+    return ax_.restartNeeded();
+}
+
+std::optional<platform::Value> RoutedAx::attribute(const platform::Element& element,
+                                                   const QString& name) {
+    if (!native(element)) return ax_.attribute(element, name);
+    if (name == QLatin1String("AXValue")) {
+        tap_.takeBackTab(element);
+        if (isTextRole(ax_.attribute(element, QStringLiteral("AXRole"))) &&
+            !ax_.editable(element)) {
+            trace_.why(QStringLiteral("%1 is a native Wayland window whose text box offers no "
+                                      "editable text: a rewrite could not be put in")
+                           .arg(route_.name()));
+            return std::nullopt;
+        }
+    }
+    if (name == QLatin1String("AXSelectedTextRange"))
+        if (const auto kept = edit_.selection(element)) return platform::Value(*kept);
+    return ax_.attribute(element, name);
+}
+
+std::optional<platform::Value> RoutedAx::parameterized(const platform::Element& element,
+                                                       const QString& name,
+                                                       const platform::Value& parameter) {
+    if (!native(element) || name != QLatin1String("AXBoundsForRange"))
+        return ax_.parameterized(element, name, parameter);
+    const auto screen = screens_.main();
+    if (!screen) return std::nullopt;
+    return platform::Value(nativeCaret(*screen));
+}
+
+bool RoutedAx::setAttribute(const platform::Element& element, const QString& name,
+                            const platform::Value& value) {
+    if (native(element) && name == QLatin1String("AXSelectedTextRange")) {
+        const auto* range = std::get_if<platform::Range>(&value);
+        return range && edit_.select(element, *range);
+    }
+    return ax_.setAttribute(element, name, value);
+}
+
+}  // namespace linuxdesk

@@ -1,0 +1,46 @@
+#include "platform/linux/wayland/RoutedClipboard.h"
+
+#include "platform/linux/wayland/NativeEdit.h"
+#include "platform/linux/wayland/NativeRoute.h"
+
+namespace linuxdesk {
+
+namespace {
+
+// Nothing of the user's was taken, so restoring must put nothing back, whichever window is
+// frontmost by then.
+const QString kUntouched = QStringLiteral("application/x-glimmo-clipboard-untouched");
+
+bool untouched(const platform::ClipContents& contents) {
+    return contents.size() == 1 && contents[0].types.size() == 1 &&
+           contents[0].types[0].first == kUntouched;
+}
+
+}  // namespace
+
+platform::ClipContents RoutedClipboard::save() {
+    if (route_.native()) return {platform::ClipItem{{{kUntouched, QByteArray()}}}};
+    return x11_.save();
+}
+
+void RoutedClipboard::restore(const platform::ClipContents& contents) {
+    if (!untouched(contents)) x11_.restore(contents);
+}
+
+bool RoutedClipboard::restoreWaiting() const {
+    return x11_.restoreWaiting();
+}
+
+void RoutedClipboard::writeTransientText(const QString& text) {
+    if (route_.native())
+        edit_.hold(text);
+    else
+        x11_.writeTransientText(text);
+}
+
+void RoutedClipboard::writeText(const QString& text) {
+    // The copy notice's text is meant for the user to paste, wherever they are.
+    x11_.writeText(text);
+}
+
+}  // namespace linuxdesk

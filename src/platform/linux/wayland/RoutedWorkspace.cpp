@@ -1,0 +1,39 @@
+#include "platform/linux/wayland/RoutedWorkspace.h"
+
+#include "platform/linux/wayland/NativeRoute.h"
+#include "platform/linux/x11/X11Workspace.h"
+
+namespace linuxdesk {
+
+std::optional<platform::RunningApp> RoutedWorkspace::frontmost() {
+    return route_.frontmost();
+}
+qint64 RoutedWorkspace::ownPid() {
+    return x11_.ownPid();
+}
+std::vector<platform::RunningApp> RoutedWorkspace::running(const QString& bundleId) {
+    return x11_.running(bundleId);
+}
+bool RoutedWorkspace::openUrl(const QString& url) {
+    return x11_.openUrl(url);
+}
+bool RoutedWorkspace::openFile(const QString& path, const QString& bundleId) {
+    return x11_.openFile(path, bundleId);
+}
+std::optional<platform::InstalledApp> RoutedWorkspace::installed(const QString& bundleId) {
+    return x11_.installed(bundleId);
+}
+std::optional<QString> RoutedWorkspace::textEditor() {
+    return x11_.textEditor();
+}
+bool RoutedWorkspace::openAccessibilitySettings() {
+    return x11_.openAccessibilitySettings();
+}
+bool RoutedWorkspace::loginItemEnabled() {
+    return x11_.loginItemEnabled();
+}
+bool RoutedWorkspace::setLoginItem(bool enabled) {
+    return x11_.setLoginItem(enabled);
+}
+
+}  // namespace linuxdesk
