@@ -12,7 +12,7 @@ using Row = LinuxApp;
 //   Gmail, so it gets the Chromium-family handling and Chrome's switches.
 // - Text editors, terminals and password managers of the Linux desktop are products of their
 //   own (each listed and switched by itself), not stand-ins for the catalogue's system ones.
-// - Kate is a programmer's editor: code, like the other code editors.
+// - Kate, like KWrite, is where KDE users write notes and documents: docs.
 // - The mail clients whose reply window is readable (the reply box holds the quoted message
 //   below the caret, the window the rest) draft replies as Mail does.
 const std::vector<Row>& table() {
@@ -36,6 +36,8 @@ const std::vector<Row>& table() {
         {"org.gnome.Fractal", "chat", {"fractal"}},
         {"org.gnome.Polari", "chat", {"polari"}},
         {"org.kde.neochat", "chat", {"neochat"}},
+        {"org.kde.konversation", "chat", {"konversation"}},
+        {"org.kde.kdeconnect.sms", "chat", {"kdeconnect-sms"}},
         {"im.pidgin.Pidgin", "chat", {"org.pidgin.Pidgin", "pidgin"}},
         {"io.github.Hexchat", "chat", {"hexchat"}},
         // Email.
@@ -60,6 +62,7 @@ const std::vector<Row>& table() {
          "docs",
          {"libreoffice-startcenter", "libreoffice", "soffice"}},
         {"org.kde.kwrite", "docs", {"kwrite"}},
+        {"org.kde.kate", "docs", {"kate"}},
         {"org.xfce.mousepad", "docs", {"mousepad"}},
         {"org.x.editor", "docs", {"xed"}},
         {"pluma", "docs", {"org.mate.pluma"}},
@@ -111,7 +114,7 @@ const std::vector<Row>& table() {
         {"org.gnome.Terminal", "code", {"gnome-terminal", "gnome-terminal-server"}},
         {"org.gnome.Console", "code", {"kgx"}},
         {"org.kde.konsole", "code", {"konsole"}},
-        {"org.kde.kate", "code", {"kate"}},
+        {"org.kde.yakuake", "code", {"yakuake"}},
         {"kitty", "code", {}},
         {"Alacritty", "code", {"org.alacritty.Alacritty"}},
         {"org.wezfurlong.wezterm", "code", {"wezterm"}},

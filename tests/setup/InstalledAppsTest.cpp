@@ -3,6 +3,7 @@
 
 #include "DataFolder.h"
 #include "platform/linux/x11/X11Workspace.h"
+#include "rules/Catalogue.h"
 #include "setup/AppIdentity.h"
 
 using setup::installedApps;
@@ -28,4 +29,25 @@ TEST(InstalledApps, FromDesktopEntriesOncePerName) {
               (setup::AppIdentity{"org.mozilla.firefox", "Firefox ESR", icon, "firefox-esr"}));
     // An absolute Icon is a file, and one that does not exist is none.
     EXPECT_EQ(apps[2], (setup::AppIdentity{"org.mozilla.Thunderbird", "Thunderbird", "", ""}));
+}
+
+// KDE names its desktop entries by reverse domain; each application shows under its kind.
+TEST(InstalledApps, KdeApplicationsUnderTheirKinds) {
+    DataFolder data;
+    for (const char* id : {"org.kde.kwrite", "org.kde.kate", "org.kde.kmail2",
+                           "org.kde.konversation", "org.kde.neochat", "org.kde.konsole",
+                           "org.kde.yakuake"})
+        data.entry(id, QString(id).section('.', 2));
+
+    linuxdesk::X11Workspace workspace;
+    auto namesIn = [&](const char* kind) {
+        QStringList out;
+        for (const auto& app : installedApps(workspace, setup::kindApps(*rules::kindWithId(kind))))
+            out << app.name;
+        return out;
+    };
+    EXPECT_EQ(namesIn("docs"), (QStringList{"kwrite", "kate"}));
+    EXPECT_EQ(namesIn("email"), QStringList{"kmail2"});
+    EXPECT_EQ(namesIn("chat"), (QStringList{"neochat", "konversation"}));
+    EXPECT_EQ(namesIn("code"), (QStringList{"konsole", "yakuake"}));
 }
