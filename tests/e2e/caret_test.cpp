@@ -1,8 +1,8 @@
-// The bubble where people write: LibreOffice Writer, Firefox and GNOME Text Editor (GTK 4, which
-// reports text positions only relative to its window) on the virtual desktop, each in the
-// temporary home. A paragraph typed as a user types it, the bubble's window checked against
-// the typed line as the screen shows it (a difference of screenshots, not anything the
-// application reports), and Tab applying the rewrite.
+// The bubble where people write: LibreOffice Writer, Firefox, GNOME Text Editor (GTK 4, which
+// reports text positions only relative to its window) and KWrite (Qt 5, KDE Frameworks 5) on
+// the virtual desktop, each in the temporary home. A paragraph typed as a user types it, the
+// bubble's window checked against the typed line as the screen shows it (a difference of
+// screenshots, not anything the application reports), and Tab applying the rewrite.
 #include <gtest/gtest.h>
 #include <signal.h>
 
@@ -83,17 +83,18 @@ struct AppsOnDesktop : EngineRunsOnDesktop {
         return {};
     }
 
-    // The process in front once the engine reads a text box there (an empty one: the new
-    // document, the page's textarea); 0 when none in time.
-    qint64 textBoxInFront(int timeoutMs) {
-        waitUntil([&] { return engine.frontApp && engine.lastEl && engine.lastText.isEmpty(); },
+    // The process in front once the engine reads a text box there holding text (empty: the
+    // new document, the page's textarea); 0 when none in time.
+    qint64 textBoxInFront(int timeoutMs, const QString& text = {}) {
+        waitUntil([&] { return engine.frontApp && engine.lastEl && engine.lastText == text; },
                   timeoutMs);
         return engine.frontApp && engine.lastEl ? engine.frontApp->pid : 0;
     }
 
-    // Types the paragraph, checks the bubble's window sits just below the caret's line and
-    // starts a little left of it, leaves a screenshot, and applies the rewrite with Tab.
-    void typeAndApply(qint64 pid, const QString& name) {
+    // Types the paragraph after the text box's text (above), checks the bubble's window sits
+    // just below the caret's line and starts a little left of it, leaves a screenshot, and
+    // applies the rewrite with Tab.
+    void typeAndApply(qint64 pid, const QString& name, const QString& above = {}) {
         desktop::xdotool({"type", "--delay", "20", "--", kTyped});
         ASSERT_TRUE(suggests(kRewrite, 20000)) << log().toStdString();
         std::optional<QRect> frame;
@@ -140,7 +141,7 @@ struct AppsOnDesktop : EngineRunsOnDesktop {
             return desktop::string(platform.ax, desktop::focusedElement(platform.ax, pid, 500),
                                    "AXValue");
         };
-        EXPECT_TRUE(waitUntil([&] { return value() == kRewrite; }, 5000))
+        EXPECT_TRUE(waitUntil([&] { return value() == above + kRewrite; }, 5000))
             << "Tab did not apply the rewrite: " << value().toStdString();
         EXPECT_TRUE(waitUntil([&] { return !engine.bubble->visible(); }, 3000));
     }
@@ -148,13 +149,15 @@ struct AppsOnDesktop : EngineRunsOnDesktop {
     const qint64 ownPid = QCoreApplication::applicationPid();
 };
 
-// A fresh profile's first start asks nothing, and Writer completes no words while the test
-// types.
+// A fresh profile's first start asks nothing, Writer completes no words while the test types,
+// and its window stands away from the screen's corner under the window manager's title bar
+// (Writer places its text as though neither the window's place nor its menu bar counted).
 const QByteArray kWriterSettings = R"(<?xml version="1.0" encoding="UTF-8"?>
 <oor:items xmlns:oor="http://openoffice.org/2001/registry" xmlns:xs="http://www.w3.org/2001/XMLSchema" xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance">
 <item oor:path="/org.openoffice.Office.Common/Misc"><prop oor:name="ShowTipOfTheDay" oor:op="fuse"><value>false</value></prop></item>
 <item oor:path="/org.openoffice.Office.Common/Misc"><prop oor:name="FirstRun" oor:op="fuse"><value>false</value></prop></item>
 <item oor:path="/org.openoffice.Office.Writer/AutoFunction/Completion"><prop oor:name="Enable" oor:op="fuse"><value>false</value></prop></item>
+<item oor:path="/org.openoffice.Setup/Office/Factories/org.openoffice.Setup:Factory['com.sun.star.text.TextDocument']"><prop oor:name="ooSetupFactoryWindowAttributes" oor:op="fuse"><value>180,130,900,560;1;0,0,0,0;</value></prop></item>
 </oor:items>
 )";
 
@@ -203,6 +206,10 @@ TEST_F(AppsOnDesktop, LibreOfficeWriter) {
     const qint64 pid = textBoxInFront(60000);
     ASSERT_NE(pid, 0) << log().toStdString();
     writer.windowOwner(pid);
+    // Moved once more by the user after the office has laid it out.
+    const QString window = desktop::windowOf(pid, QStringLiteral("Writer"));
+    ASSERT_FALSE(window.isEmpty());
+    desktop::xdotool({"windowmove", window, "300", "190"});
     typeAndApply(pid, "writer");
 }
 
@@ -225,6 +232,46 @@ TEST_F(AppsOnDesktop, FirefoxTextarea) {
     const qint64 pid = textBoxInFront(20000);
     ASSERT_NE(pid, 0) << log().toStdString();
     typeAndApply(pid, "firefox");
+}
+
+// KWrite started from its launcher entry, as a desktop starts it, with nothing in its
+// environment for accessibility, on a desktop whose bus launcher left AT_SPI_BUS off the root
+// window (D-Bus activated, or in a Wayland session). The rewrite goes in with Tab and is saved;
+// the user's clipboard is back. KMail's composer is not covered: it needs Akonadi's server and
+// database running, which this throwaway home does not set up.
+TEST_F(AppsOnDesktop, KWrite) {
+    ASSERT_TRUE(desktop.hasDisplay());
+    if (installed({"kwrite"}, "kwrite").isEmpty()) return;
+    desktop::output("xprop", {"-root", "-remove", "AT_SPI_BUS"});
+    qunsetenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON");
+    engine.start();
+    ASSERT_TRUE(waitUntil([] {
+        return !desktop::output("xprop", {"-root", "AT_SPI_BUS"}).contains("not found");
+    })) << "the bus address is not on the root window";
+
+    // A first paragraph with a character outside the Basic Multilingual Plane: Qt counts
+    // offsets in UTF-16 units, and the typed paragraph below it must be replaced exactly.
+    const QString above = QStringLiteral("Agenda \U0001F4C5 for Monday.\n\n");
+    const QString file = home.write("note.txt", above.toUtf8());
+    const QString kept = QStringLiteral("the user's own clipboard");
+    QGuiApplication::clipboard()->setText(kept);
+    App kwrite("gtk-launch", {"org.kde.kwrite", file}, home);
+    ASSERT_TRUE(kwrite.started());
+    const qint64 pid = textBoxInFront(40000, above);
+    ASSERT_NE(pid, 0) << log().toStdString();
+    kwrite.windowOwner(pid);
+    desktop::xdotool({"key", "ctrl+End"});
+    typeAndApply(pid, "kwrite", above);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), kept);
+
+    desktop::xdotool({"key", "ctrl+s"});
+    QString saved;
+    EXPECT_TRUE(waitUntil(
+        [&] {
+            return (saved = QString::fromUtf8(home.read("note.txt"))).trimmed() == above + kRewrite;
+        },
+        5000))
+        << "saved: " << saved.toStdString();
 }
 
 TEST_F(AppsOnDesktop, GnomeTextEditor) {

@@ -6,6 +6,8 @@
 #include <QDBusReply>
 #include <QDBusVariant>
 
+#include "platform/linux/x11/AccessibilityBusAtom.h"
+
 namespace linuxdesk {
 
 namespace {
@@ -38,7 +40,12 @@ bool A11yBus::query() {
         QDBusMessage::createMethodCall(kService, kPath, kProperties, QStringLiteral("Get"));
     get << kStatus << QStringLiteral("IsEnabled");
     QDBusReply<QVariant> on = bus.call(get, QDBus::Block, kCallTimeoutMs);
-    return on.isValid() && on.value().toBool();
+    const bool enabled = on.isValid() && on.value().toBool();
+    // Once for each bus: Qt 5 applications started from now on find it (see x11's
+    // AccessibilityBusAtom).
+    if (enabled && where.value() != published_ && x11::publishAccessibilityBus(where.value()))
+        published_ = where.value();
+    return enabled;
 }
 
 void A11yBus::enable() {

@@ -133,7 +133,9 @@ platform::Element AtspiAx::application(qint64 pid) {
 OffsetUnit AtspiAx::unitOf(const AtRef& element) {
     const QString bus = at::busName(element);
     if (auto it = unitByBus_.find(bus); it != unitByBus_.end()) return it->second;
-    const auto toolkit = at::toolkit(element);
+    auto toolkit = at::toolkit(element);
+    // Qt 5 and GTK 4 name their toolkit only on the application element.
+    if (!toolkit) toolkit = at::toolkit(at::application(element));
     const OffsetUnit unit = offsetUnitFor(toolkit.value_or(QString()));
     if (toolkit) unitByBus_[bus] = unit;
     return unit;

@@ -3,6 +3,7 @@
 #include <QList>
 
 #include "platform/linux/atspi/Atspi.h"
+#include "platform/linux/atspi/KateText.h"
 
 namespace linuxdesk::axtext {
 
@@ -31,20 +32,31 @@ std::optional<platform::Rect> boundsForRange(const AtRef& element, const QString
                                              at::Coords coords) {
     const int start = int(fromUtf16(text, range.location, unit));
     const int end = int(fromUtf16(text, range.end(), unit));
+    // A character's rectangle, mended where the editor answers it with no height.
+    auto character = [&](int offset) {
+        auto r = at::characterExtents(element, offset, coords);
+        if (const auto m = r ? kate::mended(element, *r, coords) : std::nullopt) r = m;
+        return r;
+    };
+    // One character is asked as such: KTextEditor's range covers the position after it too,
+    // which it answers with a negative size.
+    if (end == start + 1) {
+        if (auto r = character(start); r && r->height > 0) return r;
+    }
     if (end > start) {
         auto r = at::rangeExtents(element, start, end, coords);
         if (r && r->height > 0) return r;
         // Some toolkits answer ranges with nothing; the first character still places it.
-        return at::characterExtents(element, start, coords);
+        return character(start);
     }
     // An empty range: the left edge of the character there, or the right edge of the last
     // one when the caret sits at the very end.
-    if (auto r = at::characterExtents(element, start, coords); r && r->height > 0) {
+    if (auto r = character(start); r && r->height > 0) {
         r->width = 0;
         return r;
     }
     if (start > 0) {
-        if (auto r = at::characterExtents(element, start - 1, coords); r && r->height > 0) {
+        if (auto r = character(start - 1); r && r->height > 0) {
             r->x += r->width;
             r->width = 0;
             return r;
