@@ -16,6 +16,7 @@
 #include <iostream>
 
 #include "EngineOnDesktop.h"
+#include "Firefox.h"
 #include "PageServer.h"
 #include "ScreenCaret.h"
 
@@ -161,27 +162,6 @@ const QByteArray kWriterSettings = R"(<?xml version="1.0" encoding="UTF-8"?>
 </oor:items>
 )";
 
-// A first start that shows the page and nothing else, and reaches no other machine: a proxy
-// that answers nothing for everything but the loopback server.
-const QByteArray kFirefoxPrefs = R"(
-user_pref("browser.shell.checkDefaultBrowser", false);
-user_pref("browser.startup.homepage_override.mstone", "ignore");
-user_pref("startup.homepage_welcome_url", "");
-user_pref("browser.aboutwelcome.enabled", false);
-user_pref("datareporting.policy.dataSubmissionEnabled", false);
-user_pref("toolkit.telemetry.reportingpolicy.firstRun", false);
-user_pref("app.normandy.enabled", false);
-user_pref("app.update.disabledForTesting", true);
-user_pref("network.captive-portal-service.enabled", false);
-user_pref("network.connectivity-service.enabled", false);
-user_pref("network.trr.mode", 5);
-user_pref("network.proxy.type", 1);
-user_pref("network.proxy.http", "127.0.0.1");
-user_pref("network.proxy.http_port", 9);
-user_pref("network.proxy.share_proxy_settings", true);
-user_pref("network.proxy.no_proxies_on", "127.0.0.1");
-)";
-
 const QByteArray kPage =
     "<!doctype html><html><head><meta charset=\"utf-8\"><title>Notes</title></head><body>"
     "<h1>Notes</h1><textarea autofocus spellcheck=\"false\" aria-label=\"Note\" "
@@ -217,15 +197,11 @@ TEST_F(AppsOnDesktop, FirefoxTextarea) {
     ASSERT_TRUE(desktop.hasDisplay());
     const QString firefox = installed({"firefox-esr", "firefox"}, "firefox-esr");
     if (firefox.isEmpty()) return;
-    home.write("firefox/user.js", kFirefoxPrefs);
     engine.start();
 
     desktop::PageServer server(kPage);
-    App browser(
-        firefox,
-        {"--no-remote", "--new-instance", "--profile", home.path() + "/firefox", "--width", "1000",
-         "--height", "700", server.url(QStringLiteral("127.0.0.1"), QStringLiteral("/notes.html"))},
-        home);
+    desktop::Firefox browser(firefox, home,
+                             server.url(QStringLiteral("127.0.0.1"), QStringLiteral("/notes.html")));
     ASSERT_TRUE(browser.started());
     ASSERT_TRUE(waitUntil([&] { return engine.frontHost == QStringLiteral("127.0.0.1"); }, 60000))
         << log().toStdString();

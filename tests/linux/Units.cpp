@@ -32,6 +32,14 @@ TEST(TextOffsets, Utf16ToolkitsPassThroughAndClamp) {
     EXPECT_EQ(offsetUnitFor(""), OffsetUnit::CodePoint);  // unknown toolkits count code points
 }
 
+// Chromium's selection after "a😀\n\n": UTF-16 5 is character 4, which it reports as 3.
+TEST(TextOffsets, ChromiumSelectionCountsOnceMoreAfterEachPair) {
+    const QString text = QStringLiteral("a\U0001F600\n\nthe paragraph");
+    EXPECT_EQ(toUtf16(text, 3, OffsetUnit::CodePointTwice), 5);
+    EXPECT_EQ(fromUtf16(text, 5, OffsetUnit::CodePointTwice), 3);
+    EXPECT_EQ(toUtf16(text, 1, OffsetUnit::CodePointTwice), 1);  // before the pair: as is
+}
+
 TEST(TextOffsets, LoneSurrogatesCountAsOneCharacter) {
     QString text = QStringLiteral("ab");
     text.insert(1, QChar(0xD83D));  // a high surrogate with nothing after it

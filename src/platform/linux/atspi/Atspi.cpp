@@ -222,7 +222,15 @@ bool hasText(const AtRef& a) {
 std::optional<QString> text(const AtRef& a) {
     auto t = textOf(a);
     if (!t.p) return std::nullopt;
-    return stringCall([&](GError** e) { return atspi_text_get_text(t.p, 0, -1, e); });
+    auto s = stringCall([&](GError** e) { return atspi_text_get_text(t.p, 0, -1, e); });
+    // Gecko counts offsets in UTF-16 units but reports characters, so it follows each
+    // character outside the Basic Multilingual Plane with a U+FEFF to keep the count: the
+    // text without them is the text the user wrote, and its UTF-16 offsets are Gecko's.
+    if (s && s->contains(QChar(0xFEFF))) {
+        for (qsizetype i = s->size() - 1; i >= 2; --i)
+            if (s->at(i) == QChar(0xFEFF) && s->at(i - 1).isLowSurrogate()) s->remove(i, 1);
+    }
+    return s;
 }
 
 std::optional<int> caret(const AtRef& a) {

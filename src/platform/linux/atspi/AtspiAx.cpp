@@ -2,7 +2,9 @@
 
 #include <signal.h>
 
+#include <QElapsedTimer>
 #include <QList>
+#include <QThread>
 
 #include <algorithm>
 #include <cerrno>
@@ -27,6 +29,8 @@ constexpr int kWindowsLimit = 1000;
 constexpr int kAppKeepMs = 3000;
 // A process without a tree is asked about again sooner: it may be one still starting up.
 constexpr int kMissKeepMs = 1000;
+// How long a browser may take to make a selection it was asked for (a few frames).
+constexpr int kSelectionSettleMs = 300;
 
 std::optional<platform::Value> str(const std::optional<QString>& s) {
     if (!s) return std::nullopt;
@@ -130,15 +134,25 @@ platform::Element AtspiAx::application(qint64 pid) {
     return nullptr;
 }
 
-OffsetUnit AtspiAx::unitOf(const AtRef& element) {
+QString AtspiAx::toolkitOf(const AtRef& element) {
     const QString bus = at::busName(element);
-    if (auto it = unitByBus_.find(bus); it != unitByBus_.end()) return it->second;
+    if (auto it = toolkitByBus_.find(bus); it != toolkitByBus_.end()) return it->second;
     auto toolkit = at::toolkit(element);
     // Qt 5 and GTK 4 name their toolkit only on the application element.
     if (!toolkit) toolkit = at::toolkit(at::application(element));
-    const OffsetUnit unit = offsetUnitFor(toolkit.value_or(QString()));
-    if (toolkit) unitByBus_[bus] = unit;
-    return unit;
+    if (toolkit) toolkitByBus_[bus] = *toolkit;
+    return toolkit.value_or(QString());
+}
+
+OffsetUnit AtspiAx::unitOf(const AtRef& element) {
+    return offsetUnitFor(toolkitOf(element));
+}
+
+OffsetUnit AtspiAx::selectionUnitOf(const AtRef& element) {
+    // Chromium turns the selection's UTF-16 offsets into characters twice over (its caret only
+    // once), so each character outside the Basic Multilingual Plane before them counts twice.
+    return toolkitOf(element) == QLatin1String("Chromium") ? OffsetUnit::CodePointTwice
+                                                           : unitOf(element);
 }
 
 AtRef AtspiAx::focusedWindow(const AtRef& application) {
@@ -250,12 +264,14 @@ std::optional<platform::Value> AtspiAx::read(const AtRef& e, const QString& name
     if (name == QLatin1String("AXValue")) return str(cache_.text(e));
     if (name == QLatin1String("AXSelectedTextRange")) {
         const auto text = cache_.text(e);
-        const auto r = text ? axtext::selectedRange(e, *text, unitOf(e)) : std::nullopt;
+        const auto r =
+            text ? axtext::selectedRange(e, *text, unitOf(e), selectionUnitOf(e)) : std::nullopt;
         return r ? std::optional<platform::Value>(*r) : std::nullopt;
     }
     if (name == QLatin1String("AXSelectedText")) {
         const auto text = cache_.text(e);
-        return text ? str(axtext::selectedText(e, *text, unitOf(e))) : std::nullopt;
+        return text ? str(axtext::selectedText(e, *text, unitOf(e), selectionUnitOf(e)))
+                    : std::nullopt;
     }
     if (name == QLatin1String("AXTitle")) return str(cache_.name(e));
     if (name == QLatin1String("AXDescription")) return str(cache_.description(e));
@@ -358,9 +374,27 @@ bool AtspiAx::setAttribute(const platform::Element& element, const QString& name
         const auto* range = std::get_if<platform::Range>(&value);
         if (!range) return false;
         cache_.forgetText();
-        if (document_.holds(ref)) return document_.setSelectedRange(ref, *range, unitOf(ref));
-        const auto text = at::text(ref);
-        return text && axtext::setSelectedRange(ref, *text, *range, unitOf(ref));
+        const OffsetUnit unit = unitOf(ref);
+        const bool document = document_.holds(ref);
+        const auto text = document ? std::nullopt : at::text(ref);
+        const bool asked = document ? document_.setSelectedRange(ref, *range, unit)
+                                    : text && axtext::setSelectedRange(ref, *text, *range, unit);
+        // A browser answers at once and selects a moment later, in the page's own time; the
+        // engine reads the selection back right away, so it is waited for here, briefly.
+        const QString toolkit = toolkitOf(ref);
+        if (asked && (toolkit == QLatin1String("Chromium") || toolkit == QLatin1String("Gecko"))) {
+            QElapsedTimer waited;
+            waited.start();
+            while (waited.elapsed() < kSelectionSettleMs) {
+                document_.forget();
+                const auto now = document ? document_.selectedRange(ref, unit)
+                                          : axtext::selectedRange(ref, *text, unit,
+                                                                  selectionUnitOf(ref));
+                if (now == *range) break;
+                QThread::msleep(10);
+            }
+        }
+        return asked;
     }
     return false;
 }

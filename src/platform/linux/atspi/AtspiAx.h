@@ -55,7 +55,11 @@ public:
     std::optional<int> gtkVersion(const platform::Element& element);
 
 private:
+    // The toolkit's name ("GTK", "Qt", "Chromium", "Gecko", ...), kept by application.
+    QString toolkitOf(const AtRef& element);
     OffsetUnit unitOf(const AtRef& element);
+    // The unit of the selection the element reports; only Chromium's differs from unitOf.
+    OffsetUnit selectionUnitOf(const AtRef& element);
     std::optional<qint64> pidOf(const AtRef& application);
     std::optional<platform::Value> read(const AtRef& element, const QString& name);
     // The text box attributes of an editable document (see EditableDocument).
@@ -82,7 +86,7 @@ private:
     std::map<qint64, KnownApp> appByPid_;
     bool connected_ = false;
     std::map<QString, qint64> pidByBus_;
-    std::map<QString, OffsetUnit> unitByBus_;
+    std::map<QString, QString> toolkitByBus_;
     std::set<qint64> reportedNoTree_;
     // Chromium and Electron processes seen with bare windows, with their names (maybe empty).
     std::map<qint64, QString> bare_;

@@ -8,10 +8,11 @@
 namespace linuxdesk::axtext {
 
 std::optional<platform::Range> selectedRange(const AtRef& element, const QString& text,
-                                             OffsetUnit unit) {
+                                             OffsetUnit unit,
+                                             std::optional<OffsetUnit> selectionUnit) {
     if (const auto sel = at::selection(element)) {
-        const qint64 start = toUtf16(text, sel->first, unit);
-        const qint64 end = toUtf16(text, sel->second, unit);
+        const qint64 start = toUtf16(text, sel->first, selectionUnit.value_or(unit));
+        const qint64 end = toUtf16(text, sel->second, selectionUnit.value_or(unit));
         return platform::Range{start, end - start};
     }
     const auto caret = at::caret(element);
@@ -19,11 +20,12 @@ std::optional<platform::Range> selectedRange(const AtRef& element, const QString
     return platform::Range{toUtf16(text, *caret, unit), 0};
 }
 
-std::optional<QString> selectedText(const AtRef& element, const QString& text, OffsetUnit unit) {
+std::optional<QString> selectedText(const AtRef& element, const QString& text, OffsetUnit unit,
+                                    std::optional<OffsetUnit> selectionUnit) {
     const auto sel = at::selection(element);
     if (!sel) return at::caret(element) ? std::optional<QString>(QString()) : std::nullopt;
-    const qint64 start = toUtf16(text, sel->first, unit);
-    const qint64 end = toUtf16(text, sel->second, unit);
+    const qint64 start = toUtf16(text, sel->first, selectionUnit.value_or(unit));
+    const qint64 end = toUtf16(text, sel->second, selectionUnit.value_or(unit));
     return text.mid(start, end - start);
 }
 

@@ -15,8 +15,10 @@ namespace linuxdesk::axtext {
 
 // The selection, else the caret as an empty range.
 std::optional<platform::Range> selectedRange(const AtRef& element, const QString& text,
-                                             OffsetUnit unit);
-std::optional<QString> selectedText(const AtRef& element, const QString& text, OffsetUnit unit);
+                                             OffsetUnit unit,
+                                             std::optional<OffsetUnit> selectionUnit = {});
+std::optional<QString> selectedText(const AtRef& element, const QString& text, OffsetUnit unit,
+                                    std::optional<OffsetUnit> selectionUnit = {});
 // Rectangle of a range as the application reports it; an empty range gives a caret-wide
 // rectangle at its place.
 std::optional<platform::Rect> boundsForRange(const AtRef& element, const QString& text,

@@ -14,6 +14,8 @@ qint64 toUtf16(const QString& text, qint64 offset, OffsetUnit unit) {
     const qint64 size = text.size();
     if (offset <= 0) return 0;
     if (unit == OffsetUnit::Utf16) return std::min(offset, size);
+    if (unit == OffsetUnit::CodePointTwice)
+        return toUtf16(text, toUtf16(text, offset, OffsetUnit::CodePoint), OffsetUnit::CodePoint);
     qint64 i = 0;
     for (qint64 points = 0; points < offset && i < size; ++points) {
         const bool pair =
@@ -27,6 +29,9 @@ qint64 fromUtf16(const QString& text, qint64 offset, OffsetUnit unit) {
     const qint64 size = text.size();
     offset = std::clamp<qint64>(offset, 0, size);
     if (unit == OffsetUnit::Utf16) return offset;
+    if (unit == OffsetUnit::CodePointTwice)
+        return fromUtf16(text, fromUtf16(text, offset, OffsetUnit::CodePoint),
+                         OffsetUnit::CodePoint);
     qint64 points = 0;
     for (qint64 i = 0; i < offset; ++i) {
         if (!(text.at(i).isLowSurrogate() && i > 0 && text.at(i - 1).isHighSurrogate())) ++points;

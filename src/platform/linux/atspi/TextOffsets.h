@@ -8,7 +8,9 @@
 
 namespace linuxdesk {
 
-enum class OffsetUnit { CodePoint, Utf16 };
+// CodePointTwice: code points counted over again as though they were UTF-16 units, as
+// Chromium reports a selection.
+enum class OffsetUnit { CodePoint, Utf16, CodePointTwice };
 
 // The unit a toolkit (its AT-SPI toolkit name: "GTK", "Qt", "Gecko", ...) counts in.
 OffsetUnit offsetUnitFor(const QString& toolkit);

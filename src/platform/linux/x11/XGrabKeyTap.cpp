@@ -101,6 +101,19 @@ void XGrabKeyTap::readEvents() {
         int code = -1;
         for (const auto& k : kKeys)
             if (k.sym == sym) code = k.code;
+        // Tab and Esc are the engine's whenever it asks for keys, and what they do (select the
+        // paragraph, paste) needs the application focused again: while the grab holds the
+        // keyboard, the focused window has been told it lost the focus, and Firefox then
+        // ignores a selection. So they let go first, and the rare one the engine turns down is
+        // typed again.
+        if (code == platform::key::Tab || code == platform::key::Esc) {
+            XAllowEvents(display_, AsyncKeyboard, key.time);
+            XUngrabKeyboard(display_, key.time);
+            XSync(display_, False);
+            if (handler_ && !handler_(code, flagsOf(key.state)) && keyboard_)
+                keyboard_->post(code, 0);
+            continue;
+        }
         bool consumed = false;
         const bool held = code >= 0 && handler_ && keyboard_;
         if (held) keyboard_->hold();
