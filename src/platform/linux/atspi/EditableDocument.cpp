@@ -51,10 +51,19 @@ bool isLineBreak(QChar c) {
 }  // namespace
 
 bool EditableDocument::holds(const AtRef& element) {
-    if (!element || cache_.role(element) != ATSPI_ROLE_DOCUMENT_WEB) return false;
+    if (!element) return false;
+    const auto role = cache_.role(element);
     const auto s = cache_.states(element);
-    if (!s || s->readOnly) return false;
-    return cache_.hasText(element) ? s->editable : editablePage(element);
+    if (!role || !s || s->readOnly) return false;
+    if (*role == ATSPI_ROLE_DOCUMENT_WEB)
+        return cache_.hasText(element) ? s->editable : editablePage(element);
+    // A web page's rich-text editor (ProseMirror, Quill, Lexical, Slate, CKEditor and their
+    // kind): an editable box whose paragraphs are child blocks, each a placeholder in its text.
+    // Browsers show it as a section (a plain editable <div>) or an entry (role="textbox");
+    // toolkits' own text views are text, and their text never holds blocks.
+    if (!s->editable || !(*role == ATSPI_ROLE_SECTION || *role == ATSPI_ROLE_ENTRY)) return false;
+    const auto text = cache_.text(element);
+    return text && text->contains(kEmbeddedObject);
 }
 
 bool EditableDocument::editablePage(const AtRef& document) {
