@@ -77,6 +77,11 @@ TEST_P(Editor, TypedParagraphGetsItsSuggestion) {
     ASSERT_TRUE(
         waitUntil([&] { return frontTitle().startsWith(first + QStringLiteral(" ¶")); }, 60000))
         << frontTitle().toStdString();
+    // Typing starts once the editor has the focus and reads as one text (CKEditor sets up its
+    // editing a moment after its model, and keys before that are lost).
+    ASSERT_TRUE(
+        waitUntil([&] { return engine.lastEl && engine.lastText.trimmed() == first; }, 20000))
+        << seen();
     desktop::xdotool({"type", "--delay", "20", "--", kTyped});
     ASSERT_TRUE(suggests(kRewrite, 20000)) << seen() << "title: " << frontTitle().toStdString();
     EXPECT_TRUE(request().contains(kTyped)) << request().toStdString();
