@@ -2,9 +2,9 @@
 // An editable document read as a text box: Thunderbird's message body and the rich-text editors
 // of web pages (in Chromium and Gecko), which show as an editable box of nested blocks rather
 // than as one text (see FlatText), and Evolution's message body, a WebKit page made editable as
-// a whole, whose document has no text of its own: its blocks simply follow one another. The text is the
-// blocks' texts joined; the caret, the selection and screen positions are read from and
-// written to the block that holds them.
+// a whole, whose document has no text of its own: its blocks simply follow one another. The
+// text is the blocks' texts joined; the caret, the selection and screen positions are read from
+// and written to the block that holds them.
 
 #include <QElapsedTimer>
 #include <QString>

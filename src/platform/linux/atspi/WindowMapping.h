@@ -7,9 +7,10 @@
 // the application's answers are compared with the X server's (x11/WindowFrames): what it
 // reports for its top-level against where that window is (its client area, the window
 // manager's frame around it, or the drawn frame inside a window with client-side decorations),
-// which gives a scale and an offset. Where the element's own top-level is not among the application's windows (content
-// embedded in a toolkit's window), the box of the same size in the window's tree says where
-// that content really is. Each element's answer is kept briefly: windows move.
+// which gives a scale and an offset. Where the element's own top-level is not among the
+// application's windows (content embedded in a toolkit's window), the box of the same size in
+// the window's tree says where that content really is. Each element's answer is kept briefly:
+// windows move.
 
 #include <QElapsedTimer>
 #include <QString>
