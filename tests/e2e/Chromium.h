@@ -4,28 +4,20 @@
 #include <gtest/gtest.h>
 
 #include <QProcess>
-#include <QStandardPaths>
 
+#include "DesktopHelpers.h"
 #include "PageServer.h"
 #include "TempHome.h"
 
 namespace desktop {
 
 inline QString chromiumProgram() {
-    for (const char* name : {"chromium", "chromium-browser"}) {
-        const QString path = QStandardPaths::findExecutable(QLatin1String(name));
-        if (!path.isEmpty()) return path;
-    }
-    return {};
+    return firstProgram({"chromium", "chromium-browser"});
 }
 
-// For a test that found no Chromium: a failure in CI, which must have it, else a skip. Call
-// as `return missingChromium();` from the test's body.
+// For a test that found no Chromium. Call as `return missingChromium();` from the test's body.
 inline void missingChromium() {
-    if (qEnvironmentVariable("CI") == QLatin1String("true"))
-        FAIL() << "Chromium is not installed (./run installs the chromium package)";
-    GTEST_SKIP() << "BROWSER TEST SKIPPED: Chromium is not installed (./run installs the "
-                    "chromium package)";
+    missingPackage("BROWSER TEST SKIPPED", "chromium");
 }
 
 // A certificate for host and its key, made with openssl in dir; false when that fails.

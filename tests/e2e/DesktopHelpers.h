@@ -1,8 +1,11 @@
 #pragma once
 // Small helpers for the tests on the virtual desktop.
 
+#include <gtest/gtest.h>
+
 #include <QProcess>
 #include <QRect>
+#include <QStandardPaths>
 #include <QStringList>
 #include <optional>
 #include <variant>
@@ -11,6 +14,25 @@
 #include "platform/Ax.h"
 
 namespace desktop {
+
+// The first of these programs on PATH; empty when there is none.
+inline QString firstProgram(const QStringList& names) {
+    for (const QString& name : names) {
+        const QString path = QStandardPaths::findExecutable(name);
+        if (!path.isEmpty()) return path;
+    }
+    return {};
+}
+
+// For a test that found no program of package: a failure in CI, which must have it, else a skip
+// whose message starts with marker (what the test's SKIP_REGULAR_EXPRESSION looks for). The
+// caller returns right after.
+inline void missingPackage(const char* marker, const char* package) {
+    if (qEnvironmentVariable("CI") == QLatin1String("true"))
+        FAIL() << package << " is not installed (./run installs the " << package << " package)";
+    GTEST_SKIP() << marker << ": " << package << " is not installed (./run installs the " << package
+                 << " package)";
+}
 
 // Runs xdotool with these arguments and waits for it.
 inline int xdotool(const QStringList& args) {

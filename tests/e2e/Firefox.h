@@ -5,18 +5,14 @@
 #include <gtest/gtest.h>
 
 #include <QProcess>
-#include <QStandardPaths>
 
+#include "DesktopHelpers.h"
 #include "TempHome.h"
 
 namespace desktop {
 
 inline QString firefoxProgram() {
-    for (const char* name : {"firefox-esr", "firefox"}) {
-        const QString path = QStandardPaths::findExecutable(QLatin1String(name));
-        if (!path.isEmpty()) return path;
-    }
-    return {};
+    return firstProgram({"firefox-esr", "firefox"});
 }
 
 // A proxy that answers nothing for everything but the loopback server.

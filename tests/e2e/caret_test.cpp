@@ -12,7 +12,6 @@
 #include <QFileInfo>
 #include <QMimeData>
 #include <QProcess>
-#include <QStandardPaths>
 #include <iostream>
 
 #include "EngineOnDesktop.h"
@@ -71,17 +70,12 @@ struct AppsOnDesktop : EngineRunsOnDesktop {
     // The first of names installed, with the stand-in set to answer kRewrite; empty when none,
     // which fails the test in CI and else skips it (the caller returns).
     QString installed(const QStringList& names, const char* package) {
-        for (const QString& name : names) {
-            const QString path = QStandardPaths::findExecutable(name);
-            if (path.isEmpty()) continue;
-            testsupport::setStandinScript(home, "answer " + kRewrite.toUtf8() + "\n");
-            return path;
-        }
-        if (qEnvironmentVariable("CI") == QLatin1String("true"))
-            ADD_FAILURE() << package << " is not installed";
+        const QString path = desktop::firstProgram(names);
+        if (path.isEmpty())
+            desktop::missingPackage("APP TEST SKIPPED", package);
         else
-            [&] { GTEST_SKIP() << "APP TEST SKIPPED: " << package << " is not installed"; }();
-        return {};
+            testsupport::setStandinScript(home, "answer " + kRewrite.toUtf8() + "\n");
+        return path;
     }
 
     // The process in front once the engine reads a text box there holding text (empty: the
@@ -200,8 +194,8 @@ TEST_F(AppsOnDesktop, FirefoxTextarea) {
     engine.start();
 
     desktop::PageServer server(kPage);
-    desktop::Firefox browser(firefox, home,
-                             server.url(QStringLiteral("127.0.0.1"), QStringLiteral("/notes.html")));
+    desktop::Firefox browser(
+        firefox, home, server.url(QStringLiteral("127.0.0.1"), QStringLiteral("/notes.html")));
     ASSERT_TRUE(browser.started());
     ASSERT_TRUE(waitUntil([&] { return engine.frontHost == QStringLiteral("127.0.0.1"); }, 60000))
         << log().toStdString();
