@@ -16,6 +16,11 @@ JsonDefaults::JsonDefaults(QString path) : path_(std::move(path)) {
     load();
 }
 
+JsonDefaults& JsonDefaults::saved() {
+    static JsonDefaults store(standardPath());
+    return store;
+}
+
 QString JsonDefaults::standardPath() {
     return glimmo::configDir() + QStringLiteral("/defaults.json");
 }

@@ -15,6 +15,9 @@ public:
     explicit JsonDefaults(QString path);
     // The store at the standard location.
     static QString standardPath();
+    // One store over the user's own file for the process; it outlives the shared rules
+    // created over it.
+    static JsonDefaults& saved();
 
     std::optional<QJsonValue> value(const QString& key) const override;
     void setValue(const QString& key, const QJsonValue& value) override;

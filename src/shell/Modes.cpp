@@ -37,21 +37,15 @@ void printLine(const QString& text) {
     std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
 }
 
-// The user's own settings file; it outlives the shared rules created over it.
-platform::JsonDefaults& savedSettings() {
-    static platform::JsonDefaults store(platform::JsonDefaults::standardPath());
-    return store;
-}
-
 }  // namespace
 
 int runHeadlessMode(Mode mode, const QStringList&) {
     switch (mode) {
         case Mode::PrintPrompt:
-            printLine(claude::Profile(savedSettings()).prompt());
+            printLine(claude::Profile(platform::JsonDefaults::saved()).prompt());
             break;
         case Mode::RulesTest:
-            for (const QString& line : rules::rulesCheck(rules::AppRules::shared(savedSettings())))
+            for (const QString& line : rules::rulesCheck(rules::AppRules::shared(platform::JsonDefaults::saved())))
                 printLine(line);
             break;
     }

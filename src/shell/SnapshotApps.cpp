@@ -15,19 +15,13 @@ namespace shell {
 
 namespace {
 
-// The user's own settings file; it outlives the shared rules created over it.
-platform::JsonDefaults& savedSettings() {
-    static platform::JsonDefaults store(platform::JsonDefaults::standardPath());
-    return store;
-}
-
 // width absent: the view's fitting width. A failure skips the image.
 void render(const QString& path, const QSet<QString>& startOpen, std::optional<int> width,
             int height) {
     // The same light look on every desktop theme; the views take their colours when built.
     QApplication::setPalette(overlay::style::light());
     static linuxdesk::X11Workspace workspace;
-    setup::AppsView view(rules::AppRules::shared(savedSettings()), workspace, startOpen);
+    setup::AppsView view(rules::AppRules::shared(platform::JsonDefaults::saved()), workspace, startOpen);
     view.setAttribute(Qt::WA_DontShowOnScreen);
     view.ensurePolished();
     // The fitting width: what the content needs, and never less than the window's own.
