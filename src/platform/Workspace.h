@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -42,6 +43,14 @@ public:
     // Starting with the user's session.
     virtual bool loginItemEnabled() = 0;
     virtual bool setLoginItem(bool enabled) = 0;
+
+    // Applications that show their text only when started with a flag (Chromium's family, the
+    // Electron applications) start with it from the user's launchers, for the ones wanted says
+    // yes to (by identifier) and for no others. Returns the names of the prepared applications.
+    virtual std::vector<QString> prepareLaunchers(
+        const std::function<bool(const QString& bundleId)>& wanted) = 0;
+    // The names the last preparation returned.
+    virtual std::vector<QString> preparedLaunchers() = 0;
 };
 
 }  // namespace platform

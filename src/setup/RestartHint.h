@@ -1,12 +1,13 @@
 #pragma once
 // The line of the accessibility step about applications that must be started again before
-// Glimmo can read them: the ones named when known, else the kinds that need it.
+// Glimmo can read them (the ones named when known, else the kinds that need it), and about the
+// ones whose launchers Glimmo prepared so that they start readable.
 
 #include <QString>
 #include <QStringList>
 
 namespace setup {
 
-QString restartHint(const QStringList& apps);
+QString restartHint(const QStringList& apps, const QStringList& prepared = {});
 
 }  // namespace setup

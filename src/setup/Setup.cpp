@@ -71,6 +71,8 @@ void Setup::refresh() {
     }
     const std::vector<QString> restart = d_.ax.restartNeeded();
     setRestartApps(QStringList(restart.begin(), restart.end()));
+    const std::vector<QString> prepared = d_.workspace.preparedLaunchers();
+    setPreparedApps(QStringList(prepared.begin(), prepared.end()));
     setHasClaude(claude::claudePath().has_value());
     if (hasClaude_ && !claudeOK_ && !checking_ && !installing_ && !signingIn_ &&
         (!lastCheck_ || d_.clock.now() - *lastCheck_ > kCheckSpacing))

@@ -40,6 +40,7 @@ class Setup : public QObject, public std::enable_shared_from_this<Setup> {
     Q_PROPERTY(bool accessOpened READ accessOpened WRITE setAccessOpened NOTIFY changed)
     Q_PROPERTY(QString code READ code WRITE setCode NOTIFY changed)
     Q_PROPERTY(QStringList restartApps READ restartApps WRITE setRestartApps NOTIFY changed)
+    Q_PROPERTY(QStringList preparedApps READ preparedApps WRITE setPreparedApps NOTIFY changed)
     Q_PROPERTY(bool allDone READ allDone NOTIFY changed)
 
 public:
@@ -74,6 +75,8 @@ public:
     const QString& code() const { return code_; }
     // Running applications Glimmo cannot read until they are started again.
     const QStringList& restartApps() const { return restartApps_; }
+    // The applications whose launchers were made to start them readable.
+    const QStringList& preparedApps() const { return preparedApps_; }
     bool allDone() const { return aboutDone_ && access_ && claudeOK_; }
 
     void setName(const QString& v) { assign(name_, v); }
@@ -92,6 +95,7 @@ public:
     void setLoginURL(const std::optional<QString>& v) { assign(loginURL_, v); }
     void setCode(const QString& v) { assign(code_, v); }
     void setRestartApps(const QStringList& v) { assign(restartApps_, v); }
+    void setPreparedApps(const QStringList& v) { assign(preparedApps_, v); }
 
     // Called after the profile was saved, and when step 2 or 3 becomes complete.
     std::function<void()> onSaved = [] {};
@@ -153,6 +157,7 @@ private:
     std::optional<QString> loginURL_;
     QString code_;
     QStringList restartApps_;
+    QStringList preparedApps_;
 
     // The running sign-in process (its standard input is loginIn); not owned by this object,
     // since it outlives a closed window until it ends or times out.

@@ -73,7 +73,8 @@ SetupView::SetupView(std::shared_ptr<Setup> model, SetupActions actions, QWidget
     main->addWidget(look::divider());
     steps_[0] = new SetupStep(1, QStringLiteral("About you"), aboutContent());
     steps_[1] = new SetupStep(2, QStringLiteral("Allow Accessibility"), accessContent());
-    // Once accessibility is on, the applications found unreadable since are named here.
+    // Once accessibility is on, the applications found unreadable since are named here, and
+    // the ones whose launchers were prepared.
     restartNote_ = look::secondaryLabel(QString());
     steps_[1]->addNote(restartNote_);
     steps_[2] = new SetupStep(3, QStringLiteral("Connect Claude"), claudeContent());
@@ -292,10 +293,11 @@ void SetupView::sync() {
                              "already open may need a restart.")
             : QStringLiteral("This is how Glimmo reads the text box you're typing in. It switches "
                              "on your desktop's accessibility support."));
-    const QString restart = flagWhole(restartHint(s.restartApps()));
+    const QString restart = flagWhole(restartHint(s.restartApps(), s.preparedApps()));
     restartHint_->setText(restart);
     restartNote_->setText(restart);
-    restartNote_->setVisible(s.access() && !s.restartApps().isEmpty());
+    restartNote_->setVisible(s.access() &&
+                             !(s.restartApps().isEmpty() && s.preparedApps().isEmpty()));
     accessButton_->setText(s.accessOpened() ? QStringLiteral("Turn on accessibility again")
                                             : QStringLiteral("Turn on accessibility"));
 

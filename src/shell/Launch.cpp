@@ -13,6 +13,7 @@
 #include "platform/linux/session/SessionInstance.h"
 #include "rules/AppRules.h"
 #include "shell/Install.h"
+#include "shell/LauncherUpkeep.h"
 #include "shell/Tray.h"
 #include "shell/Update.h"
 #include "shell/WindowFactories.h"
@@ -96,6 +97,7 @@ int runNormalLaunch(const QStringList& args) {
             "start Glimmo again to open its settings"));
 
     registerLoginOnce(platform);
+    const LauncherUpkeep launchers(platform.workspace, rules);
 
     // Started from the mounted release image (or just installed from it): eject it.
     ejectVolumeLater(bundle, install);

@@ -193,3 +193,89 @@ TEST(TypedTab, OnlyOneTabAtTheCaretCounts) {
     EXPECT_FALSE(tabTypedAt(before, 14, "One.\nTwo words\t\t"));  // more than one key
     EXPECT_FALSE(tabTypedAt(before, 14, "One.\nTwo Words\t"));    // the text changed as well
 }
+
+#include "TempHome.h"
+#include "platform/linux/session/ReadableLaunchers.h"
+
+TEST(ReadableLaunchers, TheFlagGoesAfterTheProgramOrTheFlatpakId) {
+    using linuxdesk::readableExec;
+    EXPECT_EQ(readableExec("/usr/bin/chromium %U"),
+              "env ACCESSIBILITY_ENABLED=1 /usr/bin/chromium "
+              "--force-renderer-accessibility=basic %U");
+    EXPECT_EQ(
+        readableExec("/usr/bin/flatpak run --branch=stable --arch=x86_64 "
+                     "--command=signal-desktop --file-forwarding org.signal.Signal @@u %U @@"),
+        "env ACCESSIBILITY_ENABLED=1 /usr/bin/flatpak run --branch=stable --arch=x86_64 "
+        "--command=signal-desktop --file-forwarding org.signal.Signal "
+        "--force-renderer-accessibility=basic @@u %U @@");
+    EXPECT_EQ(readableExec("env BAMF_DESKTOP_FILE_HINT=/x/chromium_chromium.desktop "
+                           "/snap/bin/chromium %U"),
+              "env ACCESSIBILITY_ENABLED=1 BAMF_DESKTOP_FILE_HINT=/x/chromium_chromium.desktop "
+              "/snap/bin/chromium --force-renderer-accessibility=basic %U");
+    EXPECT_EQ(readableExec("\"/opt/My Notes/notes\" --no-sandbox %U"),
+              "env ACCESSIBILITY_ENABLED=1 \"/opt/My Notes/notes\" "
+              "--force-renderer-accessibility=basic --no-sandbox %U");
+    EXPECT_EQ(readableExec("/usr/bin/chromium --force-renderer-accessibility %U"), std::nullopt);
+    EXPECT_EQ(readableExec("flatpak install x"), std::nullopt);
+}
+
+// Installed entries in a system folder and a Flatpak export; the user's folder receives
+// Glimmo's copies, keeps the user's own entries, and follows switches, updates and removals.
+TEST(ReadableLaunchers, CopiesFollowTheSwitchesAndTheInstalledEntries) {
+    testsupport::TempHome home;
+    const QString system = home.path() + "/system";
+    testsupport::ScopedEnv env({{"XDG_DATA_DIRS", system.toLocal8Bit()}});
+    const QByteArray chromium =
+        "[Desktop Entry]\nType=Application\nName=Chromium\nExec=/usr/bin/chromium %U\n"
+        "DBusActivatable=true\nActions=new-window;\n\n[Desktop Action new-window]\n"
+        "Name=New Window\nExec=/usr/bin/chromium --new-window\n";
+    home.write("system/applications/chromium.desktop", chromium);
+    home.write(".local/share/flatpak/exports/share/applications/com.slack.Slack.desktop",
+               "[Desktop Entry]\nType=Application\nName=Slack\n"
+               "Exec=/usr/bin/flatpak run --branch=stable com.slack.Slack %U\n");
+    home.write("system/applications/discord.desktop",
+               "[Desktop Entry]\nType=Application\nName=Discord\nExec=/usr/bin/discord\n");
+    home.write("system/applications/org.gnome.gedit.desktop",
+               "[Desktop Entry]\nType=Application\nName=Text Editor\nExec=gedit %U\n");
+    const QByteArray usersOwn =
+        "[Desktop Entry]\nType=Application\nName=Discord\nExec=/usr/bin/discord --mine\n";
+    home.write(".local/share/applications/discord.desktop", usersOwn);
+
+    linuxdesk::ReadableLaunchers launchers;
+    bool slackOn = false;
+    auto prepare = [&] {
+        return launchers.prepare([&](const QString& app) {
+            return slackOn || app != QLatin1String("com.tinyspeck.slackmacgap");
+        });
+    };
+    EXPECT_EQ(prepare(), std::vector<QString>{"Chromium"});
+    const QString copy = ".local/share/applications/chromium.desktop";
+    EXPECT_EQ(home.read(copy),
+              "[Desktop Entry]\nX-Glimmo-Prepared=" + system.toUtf8() +
+                  "/applications/chromium.desktop\nType=Application\nName=Chromium\n"
+                  "Exec=env ACCESSIBILITY_ENABLED=1 /usr/bin/chromium "
+                  "--force-renderer-accessibility=basic %U\nActions=new-window;\n\n"
+                  "[Desktop Action new-window]\nName=New Window\nExec=env "
+                  "ACCESSIBILITY_ENABLED=1 /usr/bin/chromium "
+                  "--force-renderer-accessibility=basic --new-window\n");
+    EXPECT_EQ(home.read(".local/share/applications/discord.desktop"), usersOwn);
+    EXPECT_FALSE(QFile::exists(home.path() + "/.local/share/applications/com.slack.Slack.desktop"));
+
+    slackOn = true;
+    EXPECT_EQ(prepare(), (std::vector<QString>{"Chromium", "Slack"}));
+    EXPECT_TRUE(home.read(".local/share/applications/com.slack.Slack.desktop")
+                    .contains("com.slack.Slack --force-renderer-accessibility=basic %U"));
+
+    // An update of the installed entry reaches the copy; an uninstalled one takes it along.
+    home.write("system/applications/chromium.desktop",
+               QByteArray(chromium).replace("%U", "--enable-features=X %U"));
+    prepare();
+    EXPECT_TRUE(home.read(copy).contains("basic --enable-features=X %U"));
+    QFile::remove(system + "/applications/chromium.desktop");
+    EXPECT_EQ(prepare(), std::vector<QString>{"Slack"});
+    EXPECT_FALSE(QFile::exists(home.path() + "/" + copy));
+    slackOn = false;
+    EXPECT_TRUE(prepare().empty());
+    EXPECT_EQ(QDir(home.path() + "/.local/share/applications").entryList(QDir::Files),
+              QStringList{"discord.desktop"});
+}

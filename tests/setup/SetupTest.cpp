@@ -182,10 +182,21 @@ TEST_F(SetupFixture, StepTwoNamesTheApplicationsToStartAgain) {
     EXPECT_EQ(setup::restartHint(s->restartApps()),
               "Glimmo can't read Slack, Discord or Google Chrome yet: restart them with "
               "--force-renderer-accessibility.");
+    // Slack's launcher adds the flag now: it needs only a new start, Discord still the flag.
+    workspace.setFlaggedApps({{"com.tinyspeck.slackmacgap", "Slack"}, {"com.linear", "Linear"}});
+    workspace.prepareLaunchers([](const QString& app) { return app != "com.linear"; });
+    ax.setRestartNeeded({"Slack", "Discord"});
+    s->refresh();
+    EXPECT_EQ(setup::restartHint(s->restartApps(), s->preparedApps()),
+              "Slack now starts readable from its launcher. Glimmo can't read Slack yet: quit it "
+              "and open it again. Glimmo can't read Discord yet: restart it with "
+              "--force-renderer-accessibility.");
     // Started again, so readable: nothing is named any more.
     ax.setRestartNeeded({});
     s->refresh();
     EXPECT_TRUE(s->restartApps().isEmpty());
+    EXPECT_EQ(setup::restartHint(s->restartApps(), s->preparedApps()),
+              "Slack now starts readable from its launcher.");
 }
 
 TEST_F(SetupFixture, TryItWritesTheSampleAndPlacesTheCaretInTheEditor) {

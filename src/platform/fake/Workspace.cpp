@@ -70,4 +70,12 @@ bool Workspace::setLoginItem(bool enabled) {
     return true;
 }
 
+std::vector<QString> Workspace::prepareLaunchers(
+    const std::function<bool(const QString& bundleId)>& wanted) {
+    prepared_.clear();
+    for (const auto& [app, name] : flaggedApps_)
+        if (wanted(app)) prepared_.push_back(name);
+    return prepared_;
+}
+
 }  // namespace fake

@@ -50,8 +50,15 @@ public:
     bool openAccessibilitySettings() override;
     bool loginItemEnabled() override { return loginItem_; }
     bool setLoginItem(bool enabled) override;
+    // The installed applications whose pages need the flag, by identifier and name.
+    void setFlaggedApps(std::map<QString, QString> apps) { flaggedApps_ = std::move(apps); }
+    std::vector<QString> prepareLaunchers(
+        const std::function<bool(const QString& bundleId)>& wanted) override;
+    std::vector<QString> preparedLaunchers() override { return prepared_; }
 
 private:
+    std::map<QString, QString> flaggedApps_;
+    std::vector<QString> prepared_;
     std::vector<std::unique_ptr<App>> apps_;
     std::optional<qint64> frontmost_;
     qint64 ownPid_ = 4242;

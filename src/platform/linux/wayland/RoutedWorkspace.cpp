@@ -35,5 +35,12 @@ bool RoutedWorkspace::loginItemEnabled() {
 bool RoutedWorkspace::setLoginItem(bool enabled) {
     return x11_.setLoginItem(enabled);
 }
+std::vector<QString> RoutedWorkspace::prepareLaunchers(
+    const std::function<bool(const QString& bundleId)>& wanted) {
+    return x11_.prepareLaunchers(wanted);
+}
+std::vector<QString> RoutedWorkspace::preparedLaunchers() {
+    return x11_.preparedLaunchers();
+}
 
 }  // namespace linuxdesk

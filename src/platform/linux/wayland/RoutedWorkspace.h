@@ -22,6 +22,9 @@ public:
     bool openAccessibilitySettings() override;
     bool loginItemEnabled() override;
     bool setLoginItem(bool enabled) override;
+    std::vector<QString> prepareLaunchers(
+        const std::function<bool(const QString& bundleId)>& wanted) override;
+    std::vector<QString> preparedLaunchers() override;
 
 private:
     NativeRoute& route_;

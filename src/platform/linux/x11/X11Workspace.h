@@ -7,6 +7,7 @@
 #include "platform/Workspace.h"
 #include "platform/linux/session/AppIdentity.h"
 #include "platform/linux/session/DesktopEntries.h"
+#include "platform/linux/session/ReadableLaunchers.h"
 
 struct _XDisplay;
 
@@ -29,6 +30,11 @@ public:
     bool openAccessibilitySettings() override;
     bool loginItemEnabled() override;
     bool setLoginItem(bool enabled) override;
+    std::vector<QString> prepareLaunchers(
+        const std::function<bool(const QString& bundleId)>& wanted) override {
+        return launchers_.prepare(wanted);
+    }
+    std::vector<QString> preparedLaunchers() override { return launchers_.prepared(); }
 
     // The autostart entry's path: $XDG_CONFIG_HOME/autostart/glimmo.desktop.
     static QString loginItemPath();
@@ -49,6 +55,7 @@ private:
     Last last_;
     DesktopEntries entries_;
     AppIdentity identity_{entries_};
+    ReadableLaunchers launchers_;
 };
 
 }  // namespace linuxdesk
