@@ -103,7 +103,8 @@ int runSnapshotSetup(const QString& folder) {
         s.setAboutDone(true);
         s.setAccess(true);
         s.setHasClaude(false);
-        s.setRestartApps({QStringLiteral("Slack"), QStringLiteral("Google Chrome")});
+        s.setPreparedApps({QStringLiteral("Google Chrome"), QStringLiteral("Slack")});
+        s.setRestartApps({QStringLiteral("Slack"), QStringLiteral("Discord")});
     });
     state("5-done", [](setup::Setup& s) {
         s.setAboutDone(true);
