@@ -4,6 +4,8 @@
 // other's text, so they run in the order written.
 #include <gtest/gtest.h>
 
+#include <signal.h>
+
 #include <QImage>
 #include <QProcess>
 
@@ -190,6 +192,46 @@ TEST_F(Rewrite, NothingIsAskedInAPasswordEntry) {
     EXPECT_EQ(glimmo->standinFile("runs"), runs);
     EXPECT_EQ(glimmo->log().count(" chars -> "), asked);
     EXPECT_FALSE(glimmo->bubble());
+}
+
+// The editor stops answering (SIGSTOP) with a suggestion on it and stays in front: Esc is
+// handled at once (well within the timeout of one call into it), the switch to another window
+// is noticed and the keys typed there arrive, and once the editor runs again a new paragraph
+// gets its suggestion.
+TEST_F(Rewrite, AStoppedApplicationHoldsNothingAndIsServedWhenItContinues) {
+    glimmo->setScript(answer(QStringLiteral("The courier comes at nine.")));
+    typeParagraph(QStringLiteral("the courier comes at nine"));
+    ASSERT_TRUE(bubbleShown(true));
+    ::kill(pid_t(editor->pid()), SIGSTOP);
+    struct Continue {
+        qint64 pid;
+        ~Continue() { ::kill(pid_t(pid), SIGCONT); }
+    } resume{editor->pid()};
+    pause(3000);  // polled while stopped and in front
+    desktop::xdotool({"key", "Escape"});
+    EXPECT_TRUE(bubbleShown(false, 500));
+
+    owner->clearKeys();
+    desktop::xdotool({"search", "--name", "Clipboard owner", "windowactivate"});
+    desktop::xdotool({"key", "--delay", "100", "a", "Tab", "b"});
+    EXPECT_TRUE(waitUntil(
+        [&] {
+            const QStringList keys = owner->keys();
+            return keys.contains("Tab 0") && keys.contains("b 0");
+        },
+        3000))
+        << owner->keys().join(", ").toStdString();
+    EXPECT_EQ(glimmo->log().count(QStringLiteral(" stopped answering")), 1)
+        << glimmo->log().toStdString();
+
+    ::kill(pid_t(editor->pid()), SIGCONT);
+    desktop::xdotool({"search", "--name", "Rewrite editor", "windowactivate"});
+    glimmo->setScript(answer(QStringLiteral("The van leaves at ten.")));
+    typeParagraph(QStringLiteral("the van leaves at ten"));
+    EXPECT_TRUE(bubbleShown(true)) << glimmo->log().toStdString();
+    EXPECT_TRUE(glimmo->log().contains(QStringLiteral(" answers again")));
+    desktop::xdotool({"key", "Escape"});
+    EXPECT_TRUE(bubbleShown(false, 3000));
 }
 
 TEST_F(Rewrite, LogHoldsTheSuccessLineAndNoText) {

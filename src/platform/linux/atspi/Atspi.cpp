@@ -3,29 +3,61 @@
 #include <QElapsedTimer>
 #include <QSet>
 
+#include "platform/linux/atspi/Stalls.h"
+
 namespace linuxdesk::at {
 
 namespace {
 
-// A call into a hung application gives up after 1.5 s instead of D-Bus's 25 s; one that has
-// just started gets 5 s to finish building its tree.
-constexpr int kCallTimeoutMs = 1500;
+// A call into a hung application gives up after 0.8 s (libatspi's own limit) instead of
+// D-Bus's 25 s, so the one wait a stopped application costs stays below a second; one that has
+// just started gets 5 s to finish building its tree. A probe of a stopped one waits 0.3 s.
+constexpr int kCallTimeoutMs = 800;
 constexpr int kStartupTimeoutMs = 5000;
+constexpr int kProbeTimeoutMs = 300;
 // GTK 4.8 makes the selection it is asked for but never answers; the keyboard must not wait
 // the full timeout for that. An application that kept silent once is not waited for again
 // (its bus name lasts as long as it runs).
 constexpr int kSelectionTimeoutMs = 150;
 constexpr int kSilentSelectionTimeoutMs = 1;
 
-// Runs one call with an error slot; an error (always freed) turns the answer into absent.
+qint64 nowMs() {
+    static QElapsedTimer clock;
+    if (!clock.isValid()) clock.start();
+    return clock.elapsed();
+}
+
+// The limit calls run under now; the selection's own short one tells no stopped application.
+int callTimeoutMs = kCallTimeoutMs;
+
+void setTimeouts(int callMs, int startupMs) {
+    callTimeoutMs = callMs;
+    atspi_set_timeout(callMs, startupMs);
+}
+
+// Runs one call into a's application with an error slot; an error (always freed) turns the
+// answer into absent, and so does an application that stopped answering (see Stalls), which is
+// not called at all between its probes.
 template <typename F>
-auto guarded(F&& call) -> std::optional<decltype(call(static_cast<GError**>(nullptr)))> {
+auto guarded(const AtRef& a, F&& call)
+    -> std::optional<decltype(call(static_cast<GError**>(nullptr)))> {
+    const QString bus = busName(a);
+    Stalls& stalls = Stalls::shared();
+    const Stalls::Call how = bus.isEmpty() ? Stalls::Call::Normal : stalls.before(bus, nowMs());
+    if (how == Stalls::Call::Skip) return std::nullopt;
+    const bool probe = how == Stalls::Call::Probe;
+    const int limit = probe ? kProbeTimeoutMs : callTimeoutMs;
+    if (probe) atspi_set_timeout(kProbeTimeoutMs, 0);
+    QElapsedTimer clock;
+    clock.start();
     GError* error = nullptr;
     auto result = call(&error);
-    if (error) {
-        g_error_free(error);
-        return std::nullopt;
-    }
+    const bool failed = error != nullptr;
+    if (error) g_error_free(error);
+    if (probe) atspi_set_timeout(callTimeoutMs, kStartupTimeoutMs);
+    if (!bus.isEmpty() && (probe || callTimeoutMs == kCallTimeoutMs))
+        stalls.after(bus, how, failed && clock.elapsed() >= limit * 9 / 10, nowMs());
+    if (failed) return std::nullopt;
     return result;
 }
 
@@ -37,15 +69,9 @@ std::optional<QString> takeString(gchar* s) {
 }
 
 template <typename F>
-std::optional<QString> stringCall(F&& call) {
-    GError* error = nullptr;
-    gchar* s = call(&error);
-    if (error) {
-        g_error_free(error);
-        g_free(s);
-        return std::nullopt;
-    }
-    return takeString(s);
+std::optional<QString> stringCall(const AtRef& a, F&& call) {
+    auto s = guarded(a, call);
+    return s ? takeString(*s) : std::nullopt;
 }
 
 // Interface accessors return a new reference, or null when the object lacks the interface.
@@ -79,7 +105,7 @@ bool init() {
     if (status == -1) {
         // 0: connected; 1: already connected by someone else in this process.
         status = atspi_init();
-        atspi_set_timeout(kCallTimeoutMs, kStartupTimeoutMs);
+        setTimeouts(kCallTimeoutMs, kStartupTimeoutMs);
     }
     return status == 0 || status == 1;
 }
@@ -103,14 +129,20 @@ QString key(const AtRef& a) {
 
 std::optional<AtspiRole> role(const AtRef& a) {
     if (!a) return std::nullopt;
-    auto r = guarded([&](GError** e) { return atspi_accessible_get_role(a.get(), e); });
+    auto r = guarded(a, [&](GError** e) { return atspi_accessible_get_role(a.get(), e); });
     if (!r || *r == ATSPI_ROLE_INVALID) return std::nullopt;
     return r;
 }
 
 std::optional<States> states(const AtRef& a) {
     if (!a) return std::nullopt;
-    AtspiStateSet* set = atspi_accessible_get_state_set(a.get());
+    // The state set comes with no error slot: a missing one is the failure.
+    auto got = guarded(a, [&](GError** e) {
+        AtspiStateSet* set = atspi_accessible_get_state_set(a.get());
+        if (!set) g_set_error_literal(e, g_quark_from_static_string("glimmo"), 0, "no state set");
+        return set;
+    });
+    AtspiStateSet* set = got ? *got : nullptr;
     if (!set) return std::nullopt;
     States s;
     s.focused = atspi_state_set_contains(set, ATSPI_STATE_FOCUSED);
@@ -128,28 +160,29 @@ std::optional<States> states(const AtRef& a) {
 
 std::optional<QString> name(const AtRef& a) {
     if (!a) return std::nullopt;
-    return stringCall([&](GError** e) { return atspi_accessible_get_name(a.get(), e); });
+    return stringCall(a, [&](GError** e) { return atspi_accessible_get_name(a.get(), e); });
 }
 
 std::optional<QString> description(const AtRef& a) {
     if (!a) return std::nullopt;
-    return stringCall([&](GError** e) { return atspi_accessible_get_description(a.get(), e); });
+    return stringCall(a, [&](GError** e) { return atspi_accessible_get_description(a.get(), e); });
 }
 
 std::optional<QString> accessibleId(const AtRef& a) {
     if (!a) return std::nullopt;
-    return stringCall([&](GError** e) { return atspi_accessible_get_accessible_id(a.get(), e); });
+    return stringCall(a,
+                      [&](GError** e) { return atspi_accessible_get_accessible_id(a.get(), e); });
 }
 
 std::optional<QString> toolkit(const AtRef& a) {
     if (!a) return std::nullopt;
-    return stringCall([&](GError** e) { return atspi_accessible_get_toolkit_name(a.get(), e); });
+    return stringCall(a, [&](GError** e) { return atspi_accessible_get_toolkit_name(a.get(), e); });
 }
 
 std::optional<QString> toolkitVersion(const AtRef& a) {
     if (!a) return std::nullopt;
-    return stringCall(
-        [&](GError** e) { return atspi_accessible_get_toolkit_version(a.get(), e); });
+    return stringCall(a,
+                      [&](GError** e) { return atspi_accessible_get_toolkit_version(a.get(), e); });
 }
 
 std::optional<std::map<QString, QString>> attributes(const AtRef& a) {
@@ -175,38 +208,39 @@ std::optional<std::map<QString, QString>> attributes(const AtRef& a) {
 
 std::optional<qint64> processId(const AtRef& a) {
     if (!a) return std::nullopt;
-    auto pid = guarded([&](GError** e) { return atspi_accessible_get_process_id(a.get(), e); });
+    auto pid = guarded(a, [&](GError** e) { return atspi_accessible_get_process_id(a.get(), e); });
     if (!pid || *pid == 0) return std::nullopt;
     return qint64(*pid);
 }
 
 AtRef parent(const AtRef& a) {
     if (!a) return {};
-    auto p = guarded([&](GError** e) { return atspi_accessible_get_parent(a.get(), e); });
+    auto p = guarded(a, [&](GError** e) { return atspi_accessible_get_parent(a.get(), e); });
     return p ? AtRef::adopt(*p) : AtRef();
 }
 
 AtRef application(const AtRef& a) {
     if (!a) return {};
-    auto p = guarded([&](GError** e) { return atspi_accessible_get_application(a.get(), e); });
+    auto p = guarded(a, [&](GError** e) { return atspi_accessible_get_application(a.get(), e); });
     return p ? AtRef::adopt(*p) : AtRef();
 }
 
 std::optional<int> childCount(const AtRef& a) {
     if (!a) return std::nullopt;
-    return guarded([&](GError** e) { return atspi_accessible_get_child_count(a.get(), e); });
+    return guarded(a, [&](GError** e) { return atspi_accessible_get_child_count(a.get(), e); });
 }
 
 AtRef child(const AtRef& a, int index) {
     if (!a) return {};
-    auto c =
-        guarded([&](GError** e) { return atspi_accessible_get_child_at_index(a.get(), index, e); });
+    auto c = guarded(
+        a, [&](GError** e) { return atspi_accessible_get_child_at_index(a.get(), index, e); });
     return c ? AtRef::adopt(*c) : AtRef();
 }
 
 std::optional<int> indexInParent(const AtRef& a) {
     if (!a) return std::nullopt;
-    auto i = guarded([&](GError** e) { return atspi_accessible_get_index_in_parent(a.get(), e); });
+    auto i =
+        guarded(a, [&](GError** e) { return atspi_accessible_get_index_in_parent(a.get(), e); });
     if (!i || *i < 0) return std::nullopt;
     return i;
 }
@@ -222,7 +256,7 @@ bool hasText(const AtRef& a) {
 std::optional<QString> text(const AtRef& a) {
     auto t = textOf(a);
     if (!t.p) return std::nullopt;
-    auto s = stringCall([&](GError** e) { return atspi_text_get_text(t.p, 0, -1, e); });
+    auto s = stringCall(a, [&](GError** e) { return atspi_text_get_text(t.p, 0, -1, e); });
     // Gecko counts offsets in UTF-16 units but reports characters, so it follows each
     // character outside the Basic Multilingual Plane with a U+FEFF to keep the count: the
     // text without them is the text the user wrote, and its UTF-16 offsets are Gecko's.
@@ -236,7 +270,7 @@ std::optional<QString> text(const AtRef& a) {
 std::optional<int> caret(const AtRef& a) {
     auto t = textOf(a);
     if (!t.p) return std::nullopt;
-    auto c = guarded([&](GError** e) { return atspi_text_get_caret_offset(t.p, e); });
+    auto c = guarded(a, [&](GError** e) { return atspi_text_get_caret_offset(t.p, e); });
     if (!c || *c < 0) return std::nullopt;
     return c;
 }
@@ -244,9 +278,9 @@ std::optional<int> caret(const AtRef& a) {
 std::optional<std::pair<int, int>> selection(const AtRef& a) {
     auto t = textOf(a);
     if (!t.p) return std::nullopt;
-    auto n = guarded([&](GError** e) { return atspi_text_get_n_selections(t.p, e); });
+    auto n = guarded(a, [&](GError** e) { return atspi_text_get_n_selections(t.p, e); });
     if (!n || *n <= 0) return std::nullopt;
-    auto range = guarded([&](GError** e) { return atspi_text_get_selection(t.p, 0, e); });
+    auto range = guarded(a, [&](GError** e) { return atspi_text_get_selection(t.p, 0, e); });
     if (!range || !*range) return std::nullopt;
     std::pair<int, int> out{(*range)->start_offset, (*range)->end_offset};
     g_free(*range);
@@ -265,7 +299,8 @@ bool hasEditableText(const AtRef& a) {
 bool deleteText(const AtRef& a, int start, int end) {
     IfaceRef<AtspiEditableText> t{a ? atspi_accessible_get_editable_text_iface(a.get()) : nullptr};
     if (!t.p) return false;
-    auto ok = guarded([&](GError** e) { return atspi_editable_text_delete_text(t.p, start, end, e); });
+    auto ok =
+        guarded(a, [&](GError** e) { return atspi_editable_text_delete_text(t.p, start, end, e); });
     return ok && *ok;
 }
 
@@ -273,7 +308,7 @@ bool insertText(const AtRef& a, int position, const QString& text, int length) {
     IfaceRef<AtspiEditableText> t{a ? atspi_accessible_get_editable_text_iface(a.get()) : nullptr};
     if (!t.p) return false;
     const QByteArray utf8 = text.toUtf8();
-    auto ok = guarded([&](GError** e) {
+    auto ok = guarded(a, [&](GError** e) {
         return atspi_editable_text_insert_text(t.p, position, utf8.constData(), length, e);
     });
     return ok && *ok;
@@ -282,28 +317,29 @@ bool insertText(const AtRef& a, int position, const QString& text, int length) {
 bool setCaret(const AtRef& a, int offset) {
     auto t = textOf(a);
     if (!t.p) return false;
-    auto ok = guarded([&](GError** e) { return atspi_text_set_caret_offset(t.p, offset, e); });
+    auto ok = guarded(a, [&](GError** e) { return atspi_text_set_caret_offset(t.p, offset, e); });
     return ok && *ok;
 }
 
 bool setSelection(const AtRef& a, int start, int end) {
     auto t = textOf(a);
     if (!t.p) return false;
-    auto n = guarded([&](GError** e) { return atspi_text_get_n_selections(t.p, e); });
+    auto n = guarded(a, [&](GError** e) { return atspi_text_get_n_selections(t.p, e); });
     static QSet<QString> silent;
     const QString bus = busName(a);
     const int timeout = silent.contains(bus) ? kSilentSelectionTimeoutMs : kSelectionTimeoutMs;
     // No startup allowance here: a selection needs no tree to be built.
-    atspi_set_timeout(timeout, 0);
+    setTimeouts(timeout, 0);
     QElapsedTimer clock;
     clock.start();
     std::optional<gboolean> ok;
     if (n && *n > 0)
-        ok = guarded([&](GError** e) { return atspi_text_set_selection(t.p, 0, start, end, e); });
+        ok =
+            guarded(a, [&](GError** e) { return atspi_text_set_selection(t.p, 0, start, end, e); });
     else
-        ok = guarded([&](GError** e) { return atspi_text_add_selection(t.p, start, end, e); });
+        ok = guarded(a, [&](GError** e) { return atspi_text_add_selection(t.p, start, end, e); });
     const bool unanswered = !ok && clock.elapsed() >= timeout;
-    atspi_set_timeout(kCallTimeoutMs, kStartupTimeoutMs);
+    setTimeouts(kCallTimeoutMs, kStartupTimeoutMs);
     if (unanswered) {
         silent.insert(bus);
         // Whether it took the selection shows in the selection read back: the application
@@ -319,7 +355,7 @@ std::optional<QString> textAttribute(const AtRef& a, int offset, const char* nam
     // The run with the defaults: WebKit answers no single attribute, and states some (as
     // "editable") only among the defaults.
     gint start = 0, end = 0;
-    auto table = guarded([&](GError** e) {
+    auto table = guarded(a, [&](GError** e) {
         return atspi_text_get_attribute_run(t.p, offset, TRUE, &start, &end, e);
     });
     if (!table || !*table) return std::nullopt;
@@ -333,7 +369,7 @@ std::optional<QString> textAttribute(const AtRef& a, int offset, const char* nam
 std::optional<platform::Rect> rangeExtents(const AtRef& a, int start, int end, Coords coords) {
     auto t = textOf(a);
     if (!t.p) return std::nullopt;
-    auto r = guarded([&](GError** e) {
+    auto r = guarded(a, [&](GError** e) {
         return atspi_text_get_range_extents(t.p, start, end, coordType(coords), e);
     });
     return r ? takeRect(*r) : std::nullopt;
@@ -342,7 +378,7 @@ std::optional<platform::Rect> rangeExtents(const AtRef& a, int start, int end, C
 std::optional<platform::Rect> characterExtents(const AtRef& a, int offset, Coords coords) {
     auto t = textOf(a);
     if (!t.p) return std::nullopt;
-    auto r = guarded([&](GError** e) {
+    auto r = guarded(a, [&](GError** e) {
         return atspi_text_get_character_extents(t.p, offset, coordType(coords), e);
     });
     return r ? takeRect(*r) : std::nullopt;
@@ -352,8 +388,8 @@ std::optional<platform::Rect> extents(const AtRef& a, Coords coords) {
     if (!a) return std::nullopt;
     IfaceRef<AtspiComponent> c{atspi_accessible_get_component_iface(a.get())};
     if (!c.p) return std::nullopt;
-    auto r =
-        guarded([&](GError** e) { return atspi_component_get_extents(c.p, coordType(coords), e); });
+    auto r = guarded(
+        a, [&](GError** e) { return atspi_component_get_extents(c.p, coordType(coords), e); });
     return r ? takeRect(*r) : std::nullopt;
 }
 
@@ -361,7 +397,7 @@ std::optional<QString> documentAttribute(const AtRef& a, const char* key) {
     if (!a) return std::nullopt;
     IfaceRef<AtspiDocument> d{atspi_accessible_get_document_iface(a.get())};
     if (!d.p) return std::nullopt;
-    auto value = stringCall([&](GError** e) {
+    auto value = stringCall(a, [&](GError** e) {
         return atspi_document_get_document_attribute_value(d.p, const_cast<gchar*>(key), e);
     });
     if (value && value->isEmpty()) return std::nullopt;
