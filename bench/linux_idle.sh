@@ -1,21 +1,32 @@
 #!/usr/bin/env bash
 # The program at rest on the virtual desktop: the GTK test editor's text view focused with a
-# paragraph already answered, then Glimmo's CPU over 60 idle seconds (share of one core) and
-# its resident memory, without the claude child.
+# paragraph already answered below SIZE kilobytes of prose (none by default), then Glimmo's CPU
+# over 60 idle seconds (share of one core) and its resident memory, without the claude child.
 #
-#   tests/e2e/desktop.sh bench/linux_idle.sh build
+#   tests/e2e/desktop.sh bench/linux_idle.sh build [SIZE]
 set -euo pipefail
 build=$(cd "${1:-build}" && pwd)
+kilobytes=${2:-0}
 home=$(mktemp -d /tmp/glimmo-bench.XXXXXX)
 trap 'kill $glimmo $editor 2>/dev/null; rm -rf "$home"' EXIT
 mkdir -p "$home/.local/share/Glimmo" "$home/standin"
 printf '%s' "$build/tests/support/claude-standin" >"$home/.local/share/Glimmo/claude-path"
+# A user who finished setting up: no setup window takes the focus from the editor.
+mkdir -p "$home/.config/Glimmo"
+printf '{"name": "Alex"}' >"$home/.config/Glimmo/defaults.json"
 export HOME=$home
 
-"$build/glimmo-gtk-editor" --text "" >/dev/null & editor=$!
+# Paragraphs of about 400 bytes, up to the size asked for.
+paragraph="The quarterly report covers revenue, costs and the outlook for the coming months. "
+paragraph="$paragraph$paragraph$paragraph$paragraph$paragraph"
+awk -v size=$((kilobytes * 1024)) -v p="$paragraph" \
+    'BEGIN { for (n = 0; n < size; n += length(p) + 2) printf "%s\n\n", p }' >"$home/document.txt"
+
+"$build/glimmo-gtk-editor" --text-file "$home/document.txt" >/dev/null & editor=$!
 sleep 1.5
 "$build/glimmo" >/dev/null 2>&1 & glimmo=$!
 sleep 2
+xdotool key ctrl+End
 xdotool type --delay 30 "this are a sentence with mistake."
 sleep 4  # answered and shown; from here on nothing changes
 
@@ -25,6 +36,7 @@ before=$(cpu)
 sleep 60
 after=$(cpu)
 rss=$(awk '/VmRSS/ {print $2}' "/proc/$glimmo/status")
-awk -v t=$((after - before)) -v hz="$ticks" -v rss="$rss" 'BEGIN {
+awk -v t=$((after - before)) -v hz="$ticks" -v rss="$rss" -v size="$(stat -c %s "$home/document.txt")" 'BEGIN {
+    printf "document: %d bytes before the typed paragraph\n", size
     printf "idle CPU over 60 s: %.2f %% of one core\nresident memory: %.1f MB\n",
            100 * t / hz / 60, rss / 1024 }'

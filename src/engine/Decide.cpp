@@ -53,9 +53,11 @@ void Glimmo::decide(const QString& text, Range selection, const Element& el,
     const QString tail = trimBlanks(before);
     const double pause =
         !tail.isEmpty() && endsSentence(tail.back()) ? glimmo::pauseShort : glimmo::pauseDefault;
-    if (selection.length != 0 || claude.requestInFlight() || p_.clock.now() - lastChange < pause ||
-        dismissed.contains(para.text))
+    if (const double waited = p_.clock.now() - lastChange; waited < pause) {
+        wakeIn(pause - waited);
         return;
+    }
+    if (selection.length != 0 || claude.requestInFlight() || dismissed.contains(para.text)) return;
 
     if (!worthAsking(para.text, text, caret, p_.inputSource)) {
         why(QStringLiteral("not worth asking"));

@@ -4,6 +4,7 @@
 
 #include "ax/Browser.h"
 #include "ax/TextField.h"
+#include "main/Constants.h"
 #include "main/Log.h"
 #include "main/Paths.h"
 #include "rules/AppRules.h"
@@ -23,6 +24,10 @@ Glimmo::Glimmo(platform::Platform& platform, rules::AppRules& rules, QObject* pa
       rules_(rules) {
     timer_.setInterval(300);
     connect(&timer_, &QTimer::timeout, this, &Glimmo::tick);
+    // The pause runs from the change itself: a tick when it ends, not at the next poll.
+    wake_.setSingleShot(true);
+    wake_.setTimerType(Qt::PreciseTimer);
+    connect(&wake_, &QTimer::timeout, this, &Glimmo::tick);
 }
 
 Glimmo::~Glimmo() {
@@ -36,6 +41,14 @@ void Glimmo::start() {
     glimmo::log(QStringLiteral("started, accessibility ") +
                 (p_.ax.trusted() ? QStringLiteral("on") : QStringLiteral("off")));
     timer_.start();
+    // Where the desktop announces changes, they are seen when they happen.
+    p_.ax.onChange([this] {
+        if (timer_.isActive()) tick();
+    });
+}
+
+void Glimmo::wakeIn(double seconds) {
+    wake_.start(int(seconds * 1000) + 1);
 }
 
 void Glimmo::why(const QString& note) {
@@ -151,6 +164,7 @@ void Glimmo::tick() {
         lastText = *text;
         lastEl = *el;
         lastChange = p_.clock.now();
+        wakeIn(glimmo::pauseShort);
         why(QStringLiteral("typing"));
         clearShown();
         claude.warmUp();

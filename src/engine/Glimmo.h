@@ -98,11 +98,13 @@ private:
     void resumePolling();
     void hideBubble();
     void syncKeys();
+    void wakeIn(double seconds);
 
     platform::Platform& p_;
     rules::AppRules& rules_;
     glimmo::DebugTrace trace_;
     QTimer timer_;
+    QTimer wake_;  // the end of the pause
     bool wantsKeys_ = false;
 };
 

@@ -3,6 +3,7 @@
 // "AXSelectedTextRange", "AXBoundsForRange", ...); each backend translates them.
 
 #include <QString>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <variant>
@@ -54,6 +55,10 @@ public:
     // Running applications found without a readable tree that show one only when started
     // again, by their own names, each once; empty when none is known.
     virtual std::vector<QString> restartNeeded() = 0;
+
+    // Calls changed, on a later turn of the event loop, when the desktop says some text, caret
+    // or selection changed; where it never says so, the engine's poll alone finds changes.
+    virtual void onChange(std::function<void()> changed) { (void)changed; }
 };
 
 }  // namespace platform

@@ -2,14 +2,15 @@
  * single-line entry and a password entry, as any real application would show them.
  *
  *   glimmo-gtk-editor [--title TITLE] [--focus text|entry|password] [--text TEXT]
- *                     [--app-id ID] [--prgname NAME]
+ *                     [--text-file PATH] [--app-id ID] [--prgname NAME]
  *
- * --text sets the text view's content ("\n" separates paragraphs), --app-id the GTK application
- * id, --prgname the program name (WM_CLASS). Every key press that reaches the window is printed
- * on standard output as "key <name> <modifier mask>", so a test can tell which keys the
- * application saw; "ready" is printed once the window is shown and focused. Whenever the text
- * view's caret moves, "caret X Y W H" gives the box of the character just before it, in the X
- * server's pixels on the root window as the screen shows it at any GDK_SCALE.
+ * --text sets the text view's content ("\n" separates paragraphs), --text-file the same from a
+ * file, --app-id the GTK application id, --prgname the program name (WM_CLASS). Every key
+ * press that reaches the window is printed on standard output as "key <name> <modifier mask>",
+ * so a test can tell which keys the application saw; "ready" is printed once the window is shown
+ * and focused. Whenever the text view's caret moves, "caret X Y W H" gives the box of the
+ * character just before it, in the X server's pixels on the root window as the screen shows it
+ * at any GDK_SCALE.
  *
  * Two clipboard helpers for the tests, each its own process like any other application:
  *   --own-clipboard TEXT   also puts an item on the clipboard that offers TEXT and a 24x16
@@ -188,6 +189,15 @@ int main(int argc, char** argv) {
             focus = argv[i + 1];
         else if (strcmp(argv[i], "--text") == 0)
             initial = argv[i + 1];
+        else if (strcmp(argv[i], "--text-file") == 0) {
+            /* Long texts exceed what one command-line argument may hold. */
+            gchar* contents = NULL;
+            if (!g_file_get_contents(argv[i + 1], &contents, NULL, NULL)) {
+                fprintf(stderr, "cannot read %s\n", argv[i + 1]);
+                return 2;
+            }
+            initial = contents;
+        }
         else if (strcmp(argv[i], "--app-id") == 0)
             app_id = argv[i + 1];
         else if (strcmp(argv[i], "--prgname") == 0)

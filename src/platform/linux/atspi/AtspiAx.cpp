@@ -53,6 +53,7 @@ bool AtspiAx::connect() {
     if (connected_) return true;
     if (!at::init()) return false;
     connected_ = focus_.start();
+    if (connected_ && events_.start()) cache_.useEvents(&events_);
     return connected_;
 }
 

@@ -14,6 +14,7 @@
 #include "platform/linux/atspi/EditableDocument.h"
 #include "platform/linux/atspi/ElementCache.h"
 #include "platform/linux/atspi/FocusTracker.h"
+#include "platform/linux/atspi/TextEvents.h"
 #include "platform/linux/atspi/TextOffsets.h"
 #include "platform/linux/atspi/WindowMapping.h"
 
@@ -35,6 +36,7 @@ public:
                       const platform::Value& value) override;
     bool same(const platform::Element& a, const platform::Element& b) override;
     std::vector<QString> restartNeeded() override;
+    void onChange(std::function<void()> changed) override { events_.onChange(std::move(changed)); }
 
     // Connects to the accessibility bus and starts hearing focus events; true once done.
     // Called by trusted(); exposed so tests and the desktop can start it early.
@@ -80,6 +82,7 @@ private:
 
     A11yBus bus_;
     FocusTracker focus_;
+    TextEvents events_;
     ElementCache cache_;
     EditableDocument document_{cache_};
     WindowMapping mapping_;

@@ -10,6 +10,9 @@ namespace {
 // or renamed is seen within a moment.
 constexpr int kElementKeepMs = 2000;
 constexpr int kTextKeepMs = 50;
+// An element that announces its changes is read again after this even without one, in case
+// an announcement went missing.
+constexpr int kAnnouncedTextKeepMs = 5000;
 // Entries of elements no longer asked about are dropped when the map grows past this.
 constexpr size_t kMaxEntries = 512;
 
@@ -76,8 +79,13 @@ bool ElementCache::hasText(const AtRef& e) {
 
 std::optional<QString> ElementCache::text(const AtRef& e) {
     const QString key = at::key(e);
-    if (text_.text && text_.key == key && text_.age.elapsed() < kTextKeepMs) return text_.text;
+    const bool announced = events_ && events_->announces(key);
+    const quint64 changes = events_ ? events_->changes(key) : 0;
+    const int keep = announced ? kAnnouncedTextKeepMs : kTextKeepMs;
+    if (text_.text && text_.key == key && text_.changes == changes && text_.age.elapsed() < keep)
+        return text_.text;
     text_.key = key;
+    text_.changes = changes;
     text_.text = at::text(e);
     text_.age.start();
     return text_.text;

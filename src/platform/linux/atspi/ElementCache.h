@@ -11,6 +11,7 @@
 
 #include "platform/linux/atspi/AtRef.h"
 #include "platform/linux/atspi/Atspi.h"
+#include "platform/linux/atspi/TextEvents.h"
 
 namespace linuxdesk {
 
@@ -27,6 +28,8 @@ public:
 
     // After a write the element's text or selection may have changed.
     void forgetText() { text_ = {}; }
+    // Texts whose elements announce their changes are kept until they do.
+    void useEvents(const TextEvents* events) { events_ = events; }
 
 private:
     struct Entry {
@@ -39,6 +42,7 @@ private:
     };
     struct Text {
         QString key;
+        quint64 changes = 0;  // the element's announced changes when it was read
         QElapsedTimer age;
         std::optional<QString> text;
     };
@@ -47,6 +51,7 @@ private:
     std::map<QString, Entry> entries_;
     size_t sweepAt_ = 0;  // the size at which old entries are next dropped
     Text text_;
+    const TextEvents* events_ = nullptr;
 };
 
 }  // namespace linuxdesk

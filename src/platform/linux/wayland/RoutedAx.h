@@ -25,6 +25,7 @@ public:
              platform::Screens& screens)
         : route_(route), ax_(ax), edit_(edit), tap_(tap), screens_(screens) {}
     bool trusted() override;
+    void onChange(std::function<void()> changed) override { ax_.onChange(std::move(changed)); }
     void requestTrust() override;
     platform::Element application(qint64 pid) override;
     std::optional<platform::Value> attribute(const platform::Element& element,

@@ -1,0 +1,48 @@
+#!/usr/bin/env bash
+# From the last key to the suggestion on screen: a sentence typed into the GTK test editor
+# (ending with a full stop, so the short pause applies), the claude stand-in answering at once,
+# the bubble looked for every few milliseconds. Prints each run and the median, next to the
+# pause the engine waits by design.
+#
+#   tests/e2e/desktop.sh bench/linux_pause.sh build [RUNS]
+set -euo pipefail
+build=$(cd "${1:-build}" && pwd)
+runs=${2:-15}
+home=$(mktemp -d /tmp/glimmo-bench.XXXXXX)
+trap 'kill $glimmo $editor 2>/dev/null; rm -rf "$home"' EXIT
+mkdir -p "$home/.local/share/Glimmo" "$home/standin"
+printf '%s' "$build/tests/support/claude-standin" >"$home/.local/share/Glimmo/claude-path"
+# A user who finished setting up: no setup window takes the focus from the editor.
+mkdir -p "$home/.config/Glimmo"
+printf '{"name": "Alex"}' >"$home/.config/Glimmo/defaults.json"
+printf 'answer The parcel is ready.\n' >"$home/standin/script"
+export HOME=$home
+
+"$build/glimmo-gtk-editor" --text "Notes" >/dev/null & editor=$!
+sleep 1.5
+"$build/glimmo" >/dev/null 2>&1 & glimmo=$!
+sleep 3
+
+bubble() { xdotool search --onlyvisible --pid "$glimmo" --name '^Glimmo$' >/dev/null 2>&1; }
+now() { date +%s.%N; }
+numbers=$(seq 1 "$runs" | awk '{ split("one two three four five six seven eight nine ten", w, " ");
+    print w[($1 - 1) % 10 + 1] "-" int(($1 - 1) / 10) }')
+times=()
+for n in $numbers; do
+    xdotool key ctrl+End Return Return
+    xdotool type --delay 20 "the parcel number $n is ready."
+    last=$(now)
+    until bubble; do
+        awk -v a="$last" -v b="$(now)" 'BEGIN { exit !(b - a > 10) }' && { echo "no bubble"; exit 1; }
+    done
+    shown=$(now)
+    times+=("$(awk -v a="$last" -v b="$shown" 'BEGIN { printf "%.3f", b - a }')")
+    # The keys are taken a moment after the bubble maps.
+    sleep 0.3
+    while bubble; do xdotool key Escape; sleep 0.3; done
+    sleep 0.5
+done
+printf '%s\n' "${times[@]}" | sort -n | awk '{ t[NR] = $1 } END {
+    printf "runs: %d, last key to suggestion (s): min %.3f, median %.3f, max %.3f; pause 0.300\n",
+           NR, t[1], (NR % 2 ? t[(NR + 1) / 2] : (t[NR / 2] + t[NR / 2 + 1]) / 2), t[NR] }'
+echo "each: ${times[*]}"

@@ -1,0 +1,70 @@
+#include "platform/linux/atspi/TextEvents.h"
+
+#include <atspi/atspi.h>
+
+#include <QTimer>
+
+#include "platform/linux/atspi/Atspi.h"
+
+namespace linuxdesk {
+
+namespace {
+
+constexpr const char* kEvents[] = {"object:text-changed", "object:text-caret-moved",
+                                   "object:text-selection-changed"};
+// Elements remembered at most; a long session visits many text boxes.
+constexpr size_t kMaxElements = 256;
+
+}  // namespace
+
+TextEvents::~TextEvents() {
+    if (!listener_) return;
+    for (const char* event : kEvents) {
+        GError* error = nullptr;
+        atspi_event_listener_deregister(listener_, event, &error);
+        if (error) g_error_free(error);
+    }
+    g_object_unref(listener_);
+}
+
+bool TextEvents::start() {
+    if (listener_) return true;
+    if (!at::init()) return false;
+    listener_ = atspi_event_listener_new(&TextEvents::onEvent, this, nullptr);
+    bool any = false;
+    for (const char* event : kEvents) {
+        GError* error = nullptr;
+        any |= bool(atspi_event_listener_register(listener_, event, &error));
+        if (error) g_error_free(error);
+    }
+    return any;
+}
+
+quint64 TextEvents::changes(const QString& key) const {
+    const auto it = texts_.find(key);
+    return it == texts_.end() ? 0 : it->second;
+}
+
+void TextEvents::onEvent(AtspiEvent* event, void* self) {
+    static_cast<TextEvents*>(self)->heard(event);
+    g_boxed_free(ATSPI_TYPE_EVENT, event);  // the listener gets a copy to free
+}
+
+void TextEvents::heard(AtspiEvent* event) {
+    if (!event || !event->source || !event->type) return;
+    if (g_str_has_prefix(event->type, "object:text-changed")) {
+        const QString key = at::key(AtRef::retain(event->source));
+        if (!texts_.contains(key) && texts_.size() >= kMaxElements) texts_.clear();
+        ++texts_[key];
+    }
+    // Events come while libatspi dispatches, possibly inside a call of ours: the engine hears
+    // of them on the next turn of the event loop, once for a burst.
+    if (!changed_ || wakePending_) return;
+    wakePending_ = true;
+    QTimer::singleShot(0, &context_, [this] {
+        wakePending_ = false;
+        if (changed_) changed_();
+    });
+}
+
+}  // namespace linuxdesk

@@ -1,0 +1,46 @@
+#pragma once
+// What applications say about their text: "object:text-changed", caret and selection events.
+// An element whose text changes have been heard from is trusted to announce the next ones, so
+// its text is read again only when it does (and now and then, in case one went missing); the
+// text of an element never heard from is read on every poll as before. Each event also wakes
+// the engine, so a change is seen when it happens rather than at the next poll.
+
+#include <QObject>
+#include <QString>
+#include <functional>
+#include <map>
+
+typedef struct _AtspiEvent AtspiEvent;
+typedef struct _AtspiEventListener AtspiEventListener;
+
+namespace linuxdesk {
+
+class TextEvents {
+public:
+    TextEvents() = default;
+    ~TextEvents();
+    TextEvents(const TextEvents&) = delete;
+    TextEvents& operator=(const TextEvents&) = delete;
+
+    // Starts listening; true once listening. Needs the accessibility bus.
+    bool start();
+    // Called, on a later turn of the event loop, after events arrived.
+    void onChange(std::function<void()> changed) { changed_ = std::move(changed); }
+
+    // Whether the element (by its key) announces its text changes.
+    bool announces(const QString& key) const { return texts_.contains(key); }
+    // Counts the element's announced text changes; compared between reads.
+    quint64 changes(const QString& key) const;
+
+private:
+    static void onEvent(AtspiEvent* event, void* self);
+    void heard(AtspiEvent* event);
+
+    AtspiEventListener* listener_ = nullptr;
+    std::map<QString, quint64> texts_;  // element key -> text changes heard
+    std::function<void()> changed_;
+    bool wakePending_ = false;
+    QObject context_;  // a wake still queued dies with this object
+};
+
+}  // namespace linuxdesk
