@@ -23,7 +23,7 @@ bool endsSentence(QChar c) {
 }
 
 // Spaces and tabs only: a trailing line break means the sentence is not what was just typed.
-QString trimBlanks(const QString& s) {
+QStringView trimBlanks(QStringView s) {
     qsizetype from = 0, to = s.size();
     while (from < to && (s[from] == u' ' || s[from] == u'\t')) ++from;
     while (to > from && (s[to - 1] == u' ' || s[to - 1] == u'\t')) --to;
@@ -35,7 +35,8 @@ QString trimBlanks(const QString& s) {
 void Glimmo::decide(const QString& text, Range selection, const Element& el,
                     const platform::RunningApp& app, const Element& appEl) {
     const qint64 caret = selection.location;
-    const QString before = text.left(qBound<qint64>(0, caret, text.size()));
+    // Views, not copies: the text may be a long document, looked at on every tick.
+    const QStringView before = QStringView(text).left(qBound<qint64>(0, caret, text.size()));
     if (before.trimmed().isEmpty()) {
         if (!shown) draftReplies(app, appEl, el, text, selection);
         return;
@@ -50,7 +51,7 @@ void Glimmo::decide(const QString& text, Range selection, const Element& el,
         return;
     }
 
-    const QString tail = trimBlanks(before);
+    const QStringView tail = trimBlanks(before);
     const double pause =
         !tail.isEmpty() && endsSentence(tail.back()) ? glimmo::pauseShort : glimmo::pauseDefault;
     if (const double waited = p_.clock.now() - lastChange; waited < pause) {

@@ -159,7 +159,13 @@ void Glimmo::tick() {
         return;
     }
 
-    const bool unchanged = *text == lastText && lastEl && p_.ax.same(*lastEl, *el);
+    // A text read no newer than the last one shares its buffer: no need to compare a long
+    // document unit by unit on every tick. An equal text read again takes the place of the
+    // old one for the same reason.
+    const bool sameText = text->size() == lastText.size() &&
+                          (text->constData() == lastText.constData() || *text == lastText);
+    if (sameText) lastText = *text;
+    const bool unchanged = sameText && lastEl && p_.ax.same(*lastEl, *el);
     if (!unchanged) {
         lastText = *text;
         lastEl = *el;

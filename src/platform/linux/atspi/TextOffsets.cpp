@@ -4,6 +4,22 @@
 
 namespace linuxdesk {
 
+namespace {
+
+// Whether the text holds any surrogate; without one, every unit counts the same. The same text
+// is asked about several times a tick (caret, selection, bounds), so the answer for the last
+// one is kept, with the text itself: holding it keeps its buffer, which tells it apart.
+bool hasSurrogates(const QString& text) {
+    static QString last;
+    static bool answer = false;
+    if (text.constData() == last.constData() && text.size() == last.size()) return answer;
+    last = text;
+    answer = std::any_of(text.begin(), text.end(), [](QChar c) { return c.isSurrogate(); });
+    return answer;
+}
+
+}  // namespace
+
 OffsetUnit offsetUnitFor(const QString& toolkit) {
     const QString t = toolkit.toLower();
     if (t == QLatin1String("qt") || t == QLatin1String("gecko")) return OffsetUnit::Utf16;
@@ -13,7 +29,7 @@ OffsetUnit offsetUnitFor(const QString& toolkit) {
 qint64 toUtf16(const QString& text, qint64 offset, OffsetUnit unit) {
     const qint64 size = text.size();
     if (offset <= 0) return 0;
-    if (unit == OffsetUnit::Utf16) return std::min(offset, size);
+    if (unit == OffsetUnit::Utf16 || !hasSurrogates(text)) return std::min(offset, size);
     if (unit == OffsetUnit::CodePointTwice)
         return toUtf16(text, toUtf16(text, offset, OffsetUnit::CodePoint), OffsetUnit::CodePoint);
     qint64 i = 0;
@@ -28,7 +44,7 @@ qint64 toUtf16(const QString& text, qint64 offset, OffsetUnit unit) {
 qint64 fromUtf16(const QString& text, qint64 offset, OffsetUnit unit) {
     const qint64 size = text.size();
     offset = std::clamp<qint64>(offset, 0, size);
-    if (unit == OffsetUnit::Utf16) return offset;
+    if (unit == OffsetUnit::Utf16 || !hasSurrogates(text)) return offset;
     if (unit == OffsetUnit::CodePointTwice)
         return fromUtf16(text, fromUtf16(text, offset, OffsetUnit::CodePoint),
                          OffsetUnit::CodePoint);
