@@ -1,13 +1,14 @@
 #!/usr/bin/env bash
 # From the last key to the suggestion on screen: a sentence typed into the GTK test editor
 # (ending with a full stop, so the short pause applies), the claude stand-in answering at once,
-# the bubble looked for every few milliseconds. Prints each run and the median, next to the
-# pause the engine waits by design.
+# the bubble looked for every few milliseconds, below SIZE kilobytes of prose (none by default).
+# Prints each run and the median, next to the pause the engine waits by design.
 #
-#   tests/e2e/desktop.sh bench/linux_pause.sh build [RUNS]
+#   tests/e2e/desktop.sh bench/linux_pause.sh build [RUNS] [SIZE]
 set -euo pipefail
 build=$(cd "${1:-build}" && pwd)
 runs=${2:-15}
+kilobytes=${3:-0}
 home=$(mktemp -d /tmp/glimmo-bench.XXXXXX)
 trap 'kill $glimmo $editor 2>/dev/null; rm -rf "$home"' EXIT
 mkdir -p "$home/.local/share/Glimmo" "$home/standin"
@@ -18,7 +19,11 @@ printf '{"name": "Alex"}' >"$home/.config/Glimmo/defaults.json"
 printf 'answer The parcel is ready.\n' >"$home/standin/script"
 export HOME=$home
 
-"$build/glimmo-gtk-editor" --text "Notes" >/dev/null & editor=$!
+paragraph="The quarterly report covers revenue, costs and the outlook for the coming months. "
+awk -v size=$((kilobytes * 1024)) -v p="$paragraph$paragraph$paragraph$paragraph$paragraph" \
+    'BEGIN { printf "Notes\n\n"; for (n = 0; n < size; n += length(p) + 2) printf "%s\n\n", p }' \
+    >"$home/document.txt"
+"$build/glimmo-gtk-editor" --text-file "$home/document.txt" >/dev/null & editor=$!
 sleep 1.5
 "$build/glimmo" >/dev/null 2>&1 & glimmo=$!
 sleep 3
