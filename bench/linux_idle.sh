@@ -7,21 +7,9 @@
 set -euo pipefail
 build=$(cd "${1:-build}" && pwd)
 kilobytes=${2:-0}
-home=$(mktemp -d /tmp/glimmo-bench.XXXXXX)
-trap 'kill $glimmo $editor 2>/dev/null; rm -rf "$home"' EXIT
-mkdir -p "$home/.local/share/Glimmo" "$home/standin"
-printf '%s' "$build/tests/support/claude-standin" >"$home/.local/share/Glimmo/claude-path"
-# A user who finished setting up: no setup window takes the focus from the editor.
-mkdir -p "$home/.config/Glimmo"
-printf '{"name": "Alex"}' >"$home/.config/Glimmo/defaults.json"
-export HOME=$home
-
-# Paragraphs of about 400 bytes, up to the size asked for.
-paragraph="The quarterly report covers revenue, costs and the outlook for the coming months. "
-paragraph="$paragraph$paragraph$paragraph$paragraph$paragraph"
-awk -v size=$((kilobytes * 1024)) -v p="$paragraph" \
-    'BEGIN { for (n = 0; n < size; n += length(p) + 2) printf "%s\n\n", p }' >"$home/document.txt"
-
+. "$(dirname "$0")/glimmo_home.sh" "$build"
+trap 'kill ${glimmo:-} ${editor:-} 2>/dev/null; rm -rf "$home"' EXIT
+prose "$kilobytes" "$home/document.txt"
 "$build/glimmo-gtk-editor" --text-file "$home/document.txt" >/dev/null & editor=$!
 sleep 1.5
 "$build/glimmo" >/dev/null 2>&1 & glimmo=$!

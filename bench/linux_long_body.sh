@@ -8,12 +8,9 @@
 set -euo pipefail
 build=$(cd "${1:-build}" && pwd)
 blocks=${2:-3000}
-home=$(mktemp -d /tmp/glimmo-bench.XXXXXX)
-trap 'kill $glimmo $firefox 2>/dev/null; rm -rf "$home"' EXIT
-mkdir -p "$home/.local/share/Glimmo" "$home/standin" "$home/.config/Glimmo" "$home/profile"
-printf '%s' "$build/tests/support/claude-standin" >"$home/.local/share/Glimmo/claude-path"
-printf '{"name": "Alex"}' >"$home/.config/Glimmo/defaults.json"
-printf 'answer The parcel is ready.\n' >"$home/standin/script"
+. "$(dirname "$0")/glimmo_home.sh" "$build"
+trap 'kill ${glimmo:-} ${firefox:-} 2>/dev/null; rm -rf "$home"' EXIT
+mkdir -p "$home/profile"
 cat >"$home/profile/user.js" <<'PREFS'
 user_pref("browser.shell.checkDefaultBrowser", false);
 user_pref("browser.startup.homepage_override.mstone", "ignore");
@@ -30,7 +27,6 @@ PREFS
     printf '</div><script>const d = document.querySelector("div"); d.focus();'
     printf 'getSelection().collapse(d.children[1], 0);</script>'
 } >"$home/reply.html"
-export HOME=$home
 
 firefox-esr --no-remote --new-instance --profile "$home/profile" --width 1000 --height 700 \
     "file://$home/reply.html" >/dev/null 2>&1 & firefox=$!
