@@ -10,8 +10,12 @@ namespace {
 // anyway; a larger body is read only that far.
 constexpr int kMaxBlocks = 1000;
 constexpr int kMaxDepth = 40;
-// Long enough for the reads of one engine tick, short enough to see the next keystroke.
+// Long enough for the reads of one engine tick, short enough to see the next keystroke. An
+// application that announces its text changes and has announced none since the read keeps it
+// longer: a long body is then not read block by block on every tick while the user sits still
+// (read again after a while all the same, in case an announcement went missing).
 constexpr int kKeepMs = 50;
+constexpr int kQuietKeepMs = 30000;
 // Whether a page is editable is asked on every read of it, and changes only with the page.
 constexpr int kVerdictMs = 1000;
 
@@ -72,8 +76,7 @@ bool EditableDocument::editablePage(const AtRef& document) {
         return verdict_->editable;
     // The document states nothing; its first block's text says whether it can be edited.
     const AtRef first = at::child(document, 0);
-    const bool editable =
-        first && at::textAttribute(first, 0, "editable") == QLatin1String("true");
+    const bool editable = first && at::textAttribute(first, 0, "editable") == QLatin1String("true");
     verdict_.emplace(Verdict{key, editable, {}});
     verdict_->age.start();
     return editable;
@@ -87,12 +90,12 @@ Block EditableDocument::blockOf(const AtRef& element, QString text, int depth,
     texts.push_back(block.text);
     if (!element || depth >= kMaxDepth) return block;
     // Only the children that have a placeholder in the text take part (see FlatText).
-    const int count = std::min<int>(at::childCount(element).value_or(0),
-                                    int(block.text.count(kEmbeddedObject)));
+    const int count =
+        std::min<int>(at::childCount(element).value_or(0), int(block.text.count(kEmbeddedObject)));
     for (int i = 0; i < count && ++visited_ <= kMaxBlocks; ++i) {
         const AtRef child = at::child(element, i);
-        Block b = blockOf(child, child ? at::text(child).value_or(QString()) : QString(),
-                          depth + 1, refs, texts);
+        Block b = blockOf(child, child ? at::text(child).value_or(QString()) : QString(), depth + 1,
+                          refs, texts);
         if (child) {
             // Gecko names the CSS display of each element; other toolkits only the role.
             const auto display = displayOf(cache_.attributes(child));
@@ -106,11 +109,16 @@ Block EditableDocument::blockOf(const AtRef& element, QString text, int depth,
 
 const EditableDocument::Read* EditableDocument::read(const AtRef& document) {
     const QString key = at::key(document);
-    if (read_ && read_->key == key && read_->age.elapsed() < kKeepMs) return &*read_;
+    const TextEvents* events = cache_.events();
+    const quint64 latest = events ? events->latestIn(at::busName(document)) : 0;
+    if (read_ && read_->key == key &&
+        (read_->age.elapsed() < kKeepMs ||
+         (latest != 0 && latest == read_->latest && read_->age.elapsed() < kQuietKeepMs)))
+        return &*read_;
     auto text = at::text(document);
     const bool textless = !text && !cache_.hasText(document);
-    if (textless) text = QString(std::min(at::childCount(document).value_or(0), kMaxBlocks),
-                                 kEmbeddedObject);
+    if (textless)
+        text = QString(std::min(at::childCount(document).value_or(0), kMaxBlocks), kEmbeddedObject);
     if (!text || (textless && text->isEmpty())) {
         read_.reset();
         return nullptr;
@@ -119,7 +127,8 @@ const EditableDocument::Read* EditableDocument::read(const AtRef& document) {
     std::vector<QString> texts;
     visited_ = 0;
     const Block root = blockOf(document, std::move(*text), 0, refs, texts);
-    read_.emplace(Read{key, {}, std::move(refs), std::move(texts), FlatText(root), textless});
+    read_.emplace(
+        Read{key, latest, {}, std::move(refs), std::move(texts), FlatText(root), textless});
     read_->age.start();
     return &*read_;
 }
@@ -140,8 +149,8 @@ std::optional<FlatText::Place> EditableDocument::caret(const Read& r, OffsetUnit
         std::optional<int> inner;
         for (const qint64 spot : {local, local - 1}) {
             const auto child = r.flat.childAt(block, spot);
-            const auto c = child && r.refs[size_t(*child)] ? at::caret(r.refs[size_t(*child)])
-                                                           : std::nullopt;
+            const auto c =
+                child && r.refs[size_t(*child)] ? at::caret(r.refs[size_t(*child)]) : std::nullopt;
             if (c && *c >= 0) {
                 inner = child;
                 offset = c;
@@ -157,12 +166,11 @@ FlatText::Place EditableDocument::selectionEnd(const Read& r, std::pair<int, int
                                                OffsetUnit unit, bool end) {
     int block = 0;
     for (;;) {
-        const qint64 local =
-            toUtf16(r.texts[size_t(block)], end ? sel.second : sel.first, unit);
+        const qint64 local = toUtf16(r.texts[size_t(block)], end ? sel.second : sel.first, unit);
         // Each block answers the part of the selection within it.
         const auto child = r.flat.childAt(block, end ? local - 1 : local);
-        const auto inner = child && r.refs[size_t(*child)] ? at::selection(r.refs[size_t(*child)])
-                                                           : std::nullopt;
+        const auto inner =
+            child && r.refs[size_t(*child)] ? at::selection(r.refs[size_t(*child)]) : std::nullopt;
         if (!inner) return {block, local};
         block = *child;
         sel = *inner;
@@ -229,8 +237,7 @@ bool EditableDocument::setSelectedRange(const AtRef& document, const platform::R
 
 std::optional<platform::Rect> EditableDocument::boundsForRange(const AtRef& document,
                                                                const platform::Range& range,
-                                                               OffsetUnit unit,
-                                                               at::Coords coords) {
+                                                               OffsetUnit unit, at::Coords coords) {
     const Read* r = read(document);
     if (!r) return std::nullopt;
     platform::Range wanted = range;
@@ -265,8 +272,7 @@ bool EditableDocument::replace(const AtRef& document, const platform::Range& ran
     if (!r || range.location < 0 || range.length < 0 || range.end() > r->flat.text().size())
         return false;
     const FlatText::Place start = r->flat.fromFlat(range.location);
-    const FlatText::Place end =
-        range.length > 0 ? r->flat.fromFlat(range.end(), true) : start;
+    const FlatText::Place end = range.length > 0 ? r->flat.fromFlat(range.end(), true) : start;
     if (end.block != start.block) return false;
     const AtRef ref = r->refs[size_t(start.block)];
     const QString own = r->texts[size_t(start.block)];

@@ -45,6 +45,7 @@ public:
 private:
     struct Read {
         QString key;
+        quint64 latest = 0;  // the application's latest announced text change when read
         QElapsedTimer age;
         std::vector<AtRef> refs;     // by block number
         std::vector<QString> texts;  // each block's own text

@@ -30,6 +30,7 @@ public:
     void forgetText() { text_ = {}; }
     // Texts whose elements announce their changes are kept until they do.
     void useEvents(const TextEvents* events) { events_ = events; }
+    const TextEvents* events() const { return events_; }
 
 private:
     struct Entry {

@@ -45,6 +45,11 @@ quint64 TextEvents::changes(const QString& key) const {
     return it == texts_.end() ? 0 : it->second;
 }
 
+quint64 TextEvents::latestIn(const QString& bus) const {
+    const auto it = apps_.find(bus);
+    return it == apps_.end() ? 0 : it->second;
+}
+
 void TextEvents::onEvent(AtspiEvent* event, void* self) {
     static_cast<TextEvents*>(self)->heard(event);
     g_boxed_free(ATSPI_TYPE_EVENT, event);  // the listener gets a copy to free
@@ -56,6 +61,7 @@ void TextEvents::heard(AtspiEvent* event) {
         const QString key = at::key(AtRef::retain(event->source));
         if (!texts_.contains(key) && texts_.size() >= kMaxElements) texts_.clear();
         ++texts_[key];
+        apps_[key.section(u'|', 0, 0)] = ++stamp_;
     }
     // Events come while libatspi dispatches, possibly inside a call of ours: the engine hears
     // of them on the next turn of the event loop, once for a burst.

@@ -31,6 +31,9 @@ public:
     bool announces(const QString& key) const { return texts_.contains(key); }
     // Counts the element's announced text changes; compared between reads.
     quint64 changes(const QString& key) const;
+    // A stamp of the latest text change announced anywhere in the application on bus; 0 while
+    // it has announced none (then nothing can be known from its silence).
+    quint64 latestIn(const QString& bus) const;
 
 private:
     static void onEvent(AtspiEvent* event, void* self);
@@ -38,6 +41,8 @@ private:
 
     AtspiEventListener* listener_ = nullptr;
     std::map<QString, quint64> texts_;  // element key -> text changes heard
+    std::map<QString, quint64> apps_;   // bus name -> stamp of its latest text change
+    quint64 stamp_ = 0;
     std::function<void()> changed_;
     bool wakePending_ = false;
     QObject context_;  // a wake still queued dies with this object
