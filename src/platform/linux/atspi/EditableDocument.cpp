@@ -2,12 +2,14 @@
 
 #include "platform/linux/atspi/AxText.h"
 
+#include "main/Log.h"
+
 namespace linuxdesk {
 
 namespace {
 
-// Read on every tick: enough for the quoted text of a long message, which is cut far shorter
-// anyway; a larger body is read only that far.
+// Read again at every change: enough for the quoted text of a long message, which is cut far
+// shorter anyway; a larger body is read only that far, which the log says once.
 constexpr int kMaxBlocks = 1000;
 constexpr int kMaxDepth = 40;
 // Long enough for the reads of one engine tick, short enough to see the next keystroke. An
@@ -127,6 +129,11 @@ const EditableDocument::Read* EditableDocument::read(const AtRef& document) {
     std::vector<QString> texts;
     visited_ = 0;
     const Block root = blockOf(document, std::move(*text), 0, refs, texts);
+    if (visited_ > kMaxBlocks && cutSaid_ != key) {
+        cutSaid_ = key;
+        glimmo::log(QStringLiteral("a document of more than %1 blocks is read only that far")
+                        .arg(kMaxBlocks));
+    }
     read_.emplace(
         Read{key, latest, {}, std::move(refs), std::move(texts), FlatText(root), textless});
     read_->age.start();

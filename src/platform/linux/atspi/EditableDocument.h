@@ -77,6 +77,7 @@ private:
     std::optional<Read> read_;
     std::optional<Verdict> verdict_;  // of the last text-less document asked about
     int visited_ = 0;
+    QString cutSaid_;  // the last document the log said was read only in part
 };
 
 }  // namespace linuxdesk
