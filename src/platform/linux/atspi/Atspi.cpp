@@ -70,7 +70,14 @@ std::optional<QString> takeString(gchar* s) {
 
 template <typename F>
 std::optional<QString> stringCall(const AtRef& a, F&& call) {
-    auto s = guarded(a, call);
+    auto s = guarded(a, [&](GError** e) {
+        gchar* got = call(e);
+        if (*e) {
+            g_free(got);  // a string beside an error is not the answer
+            got = nullptr;
+        }
+        return got;
+    });
     return s ? takeString(*s) : std::nullopt;
 }
 
@@ -187,13 +194,16 @@ std::optional<QString> toolkitVersion(const AtRef& a) {
 
 std::optional<std::map<QString, QString>> attributes(const AtRef& a) {
     if (!a) return std::nullopt;
-    GError* error = nullptr;
-    GHashTable* table = atspi_accessible_get_attributes(a.get(), &error);
-    if (error) {
-        g_error_free(error);
-        if (table) g_hash_table_unref(table);
-        return std::nullopt;
-    }
+    auto got = guarded(a, [&](GError** e) {
+        GHashTable* table = atspi_accessible_get_attributes(a.get(), e);
+        if (*e && table) {
+            g_hash_table_unref(table);
+            table = nullptr;
+        }
+        return table;
+    });
+    if (!got) return std::nullopt;
+    GHashTable* table = *got;
     std::map<QString, QString> out;
     if (!table) return out;
     GHashTableIter it;

@@ -22,7 +22,6 @@ public:
     // The call's outcome: whether it ran into its timeout. Says once when an application
     // stops answering and once when it answers again.
     void after(const QString& bus, Call call, bool timedOut, qint64 nowMs);
-    bool stalled(const QString& bus) const { return lastProbe_.contains(bus); }
 
     // The one for every call of the process.
     static Stalls& shared();
