@@ -60,8 +60,7 @@ void TextEvents::heard(AtspiEvent* event) {
     if (g_str_has_prefix(event->type, "object:text-changed")) {
         const QString key = at::key(AtRef::retain(event->source));
         if (!texts_.contains(key) && texts_.size() >= kMaxElements) texts_.clear();
-        ++texts_[key];
-        apps_[key.section(u'|', 0, 0)] = ++stamp_;
+        texts_[key] = apps_[key.section(u'|', 0, 0)] = ++stamp_;
     }
     // Events come while libatspi dispatches, possibly inside a call of ours: the engine hears
     // of them on the next turn of the event loop, once for a burst.

@@ -29,7 +29,8 @@ public:
 
     // Whether the element (by its key) announces its text changes.
     bool announces(const QString& key) const { return texts_.contains(key); }
-    // Counts the element's announced text changes; compared between reads.
+    // A stamp of the element's latest announced text change, 0 before any; compared between
+    // reads. Stamps only grow, so forgetting elements never makes a change look undone.
     quint64 changes(const QString& key) const;
     // A stamp of the latest text change announced anywhere in the application on bus; 0 while
     // it has announced none (then nothing can be known from its silence).
@@ -40,7 +41,7 @@ private:
     void heard(AtspiEvent* event);
 
     AtspiEventListener* listener_ = nullptr;
-    std::map<QString, quint64> texts_;  // element key -> text changes heard
+    std::map<QString, quint64> texts_;  // element key -> stamp of its latest text change
     std::map<QString, quint64> apps_;   // bus name -> stamp of its latest text change
     quint64 stamp_ = 0;
     std::function<void()> changed_;
