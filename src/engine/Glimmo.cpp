@@ -27,7 +27,7 @@ Glimmo::Glimmo(platform::Platform& platform, rules::AppRules& rules, QObject* pa
     // The pause runs from the change itself: a tick when it ends, not at the next poll.
     wake_.setSingleShot(true);
     wake_.setTimerType(Qt::PreciseTimer);
-    connect(&wake_, &QTimer::timeout, this, &Glimmo::tick);
+    connect(&wake_, &QTimer::timeout, this, &Glimmo::tickIfPolling);
 }
 
 Glimmo::~Glimmo() {
@@ -42,9 +42,12 @@ void Glimmo::start() {
                 (p_.ax.trusted() ? QStringLiteral("on") : QStringLiteral("off")));
     timer_.start();
     // Where the desktop announces changes, they are seen when they happen.
-    p_.ax.onChange([this] {
-        if (timer_.isActive()) tick();
-    });
+    p_.ax.onChange([this] { tickIfPolling(); });
+}
+
+// A tick out of turn, unless polling is paused (while a paste's clipboard round is under way).
+void Glimmo::tickIfPolling() {
+    if (timer_.isActive()) tick();
 }
 
 void Glimmo::wakeIn(double seconds) {

@@ -99,6 +99,7 @@ private:
     void hideBubble();
     void syncKeys();
     void wakeIn(double seconds);
+    void tickIfPolling();
 
     platform::Platform& p_;
     rules::AppRules& rules_;
