@@ -69,6 +69,16 @@ std::optional<DesktopEntry> parseDesktopEntry(const QByteArray& content, const Q
     return e;
 }
 
+QString DesktopEntries::userFolder() {
+    return dataDirs().first() + "/applications";
+}
+
+QString DesktopEntries::idOf(const QString& folder, const QString& path) {
+    QString id = QDir(folder).relativeFilePath(path);
+    id.chop(8);  // ".desktop"
+    return id.replace('/', '-');
+}
+
 QStringList DesktopEntries::folders() {
     QStringList out;
     for (const QString& d : dataDirs()) out << d + "/applications";
@@ -87,9 +97,7 @@ void DesktopEntries::scan() {
         QDirIterator it(folder, {"*.desktop"}, QDir::Files, QDirIterator::Subdirectories);
         while (it.hasNext()) {
             const QString path = it.next();
-            QString id = QDir(folder).relativeFilePath(path);
-            id.chop(8);  // ".desktop"
-            id.replace('/', '-');
+            const QString id = idOf(folder, path);
             if (!seen.insert(id).second) continue;
             QFile f(path);
             if (!f.open(QIODevice::ReadOnly)) continue;

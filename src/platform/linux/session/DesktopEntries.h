@@ -35,8 +35,13 @@ public:
     // The entry whose StartupWMClass is one of these (case-insensitive).
     std::optional<DesktopEntry> byWmClass(const QStringList& classes);
 
-    // The folders searched, most important first.
+    // The folders searched, most important first; the first is the user's own.
     static QStringList folders();
+    // The user's own folder: $XDG_DATA_HOME/applications.
+    static QString userFolder();
+    // The desktop id of an entry file found under folder: its path below it without
+    // ".desktop", subfolders joined by '-'.
+    static QString idOf(const QString& folder, const QString& path);
     // An icon name resolved to a file, or the path itself when it is one; empty if none.
     static QString iconPath(const QString& icon);
 

@@ -3,13 +3,11 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
-#include <QFileInfo>
 #include <QLocale>
 #include <QSaveFile>
 #include <set>
 
 #include "main/Log.h"
-#include "main/Paths.h"
 #include "platform/LinuxApps.h"
 #include "platform/linux/session/DesktopEntries.h"
 
@@ -69,33 +67,63 @@ QString baseName(QString argument) {
     return argument.section(u'/', -1);
 }
 
+bool isEnv(const QString& argument) {
+    return baseName(argument) == QLatin1String("env");
+}
+
+// Where the program stands in a command line: after "env" and its assignments, if any.
+qsizetype programAt(const QStringList& args) {
+    qsizetype i = 0;
+    if (!args.isEmpty() && isEnv(args[0]))
+        for (++i; i < args.size() && args[i].contains(u'=') && !args[i].startsWith(u'-');) ++i;
+    return i;
+}
+
 QString programOf(const QString& exec) {
     const QStringList args = arguments(exec);
-    qsizetype i = 0;
-    if (i < args.size() && baseName(args[i]) == QLatin1String("env"))
-        for (++i; i < args.size() && args[i].contains(u'=') && !args[i].startsWith(u'-');) ++i;
+    const qsizetype i = programAt(args);
     return i < args.size() ? baseName(args[i]) : QString();
 }
 
+bool isGlimmos(const QString& path) {
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) && f.readAll().contains(kMark);
+}
+
+// The entries in the user's own folder, each read once: Glimmo's copies (written at its top
+// only), and the ids of the user's own entries.
+struct UserEntries {
+    std::set<QString> copies;  // paths
+    std::set<QString> ownIds;
+};
+
+UserEntries userEntries(const QString& folder) {
+    UserEntries out;
+    const QString top = QDir(folder).absolutePath();
+    QDirIterator it(folder, {"*.desktop"}, QDir::Files, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString path = it.next();
+        if (!isGlimmos(path))
+            out.ownIds.insert(DesktopEntries::idOf(folder, path));
+        else if (it.fileInfo().absolutePath() == top)
+            out.copies.insert(path);
+    }
+    return out;
+}
+
 // The ids of every installed application entry outside the user's own folder, the first of
-// an id in the XDG order winning, with its file.
-std::vector<std::pair<QString, QString>> installedEntries(const QString& userFolder) {
+// an id in the XDG order winning, with its file; the user's own entries hide the installed
+// ones of their id.
+std::vector<std::pair<QString, QString>> installedEntries(const UserEntries& user) {
     std::vector<std::pair<QString, QString>> out;
-    std::set<QString> seen;
+    std::set<QString> seen = user.ownIds;
+    const QString userFolder = DesktopEntries::userFolder();
     for (const QString& folder : DesktopEntries::folders()) {
-        const bool own = QDir(folder) == QDir(userFolder);
+        if (QDir(folder) == QDir(userFolder)) continue;
         QDirIterator it(folder, {"*.desktop"}, QDir::Files, QDirIterator::Subdirectories);
         while (it.hasNext()) {
             const QString path = it.next();
-            QString id = QDir(folder).relativeFilePath(path);
-            id.chop(8);  // ".desktop"
-            id.replace(u'/', u'-');
-            // The user's own entries hide the installed ones of their id; Glimmo's copies don't.
-            if (own) {
-                QFile f(path);
-                if (f.open(QIODevice::ReadOnly) && !f.readAll().contains(kMark)) seen.insert(id);
-                continue;
-            }
+            const QString id = DesktopEntries::idOf(folder, path);
             if (seen.insert(id).second) out.emplace_back(id, path);
         }
     }
@@ -115,21 +143,14 @@ QString productOf(const QString& id, const DesktopEntry& entry) {
     return {};
 }
 
-bool isGlimmos(const QString& path) {
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) && f.readAll().contains(kMark);
-}
-
 }  // namespace
 
 std::optional<QString> readableExec(const QString& exec) {
     QStringList args = arguments(exec);
     for (const QString& a : args)
         if (a.startsWith(QLatin1String("--force-renderer-accessibility"))) return std::nullopt;
-    qsizetype i = 0;
-    const bool env = !args.isEmpty() && baseName(args[0]) == QLatin1String("env");
-    if (env)
-        for (++i; i < args.size() && args[i].contains(u'=') && !args[i].startsWith(u'-');) ++i;
+    const bool env = !args.isEmpty() && isEnv(args[0]);
+    qsizetype i = programAt(args);
     if (i >= args.size()) return std::nullopt;
     // "flatpak run [options] APP": the flag is the application's, after its id.
     if (baseName(args[i]) == QLatin1String("flatpak")) {
@@ -166,19 +187,14 @@ std::optional<QByteArray> readableEntry(const QByteArray& original, const QStrin
     return lines.join('\n');
 }
 
-QString ReadableLaunchers::folder() {
-    const QString data = qEnvironmentVariable("XDG_DATA_HOME");
-    return (data.isEmpty() ? glimmo::homeDir() + QStringLiteral("/.local/share") : data) +
-           QStringLiteral("/applications");
-}
-
 std::vector<QString> ReadableLaunchers::prepare(
     const std::function<bool(const QString& app)>& wanted) {
-    const QString target = folder();
+    const QString target = DesktopEntries::userFolder();
     const QString locale = QLocale::system().name();
+    const UserEntries user = userEntries(target);
     std::set<QString> kept;
     std::set<QString> names;
-    for (const auto& [id, path] : installedEntries(target)) {
+    for (const auto& [id, path] : installedEntries(user)) {
         QFile f(path);
         if (!f.open(QIODevice::ReadOnly)) continue;
         const QByteArray original = f.read(256 * 1024);
@@ -189,7 +205,6 @@ std::vector<QString> ReadableLaunchers::prepare(
         const auto readable = readableEntry(original, path);
         if (!readable) continue;
         const QString copy = target + u'/' + id + QStringLiteral(".desktop");
-        if (QFileInfo::exists(copy) && !isGlimmos(copy)) continue;
         kept.insert(copy);
         QFile current(copy);
         if (!current.open(QIODevice::ReadOnly) || current.readAll() != *readable) {
@@ -203,11 +218,8 @@ std::vector<QString> ReadableLaunchers::prepare(
         names.insert(entry->name);
     }
     // Copies of applications switched off or uninstalled since.
-    QDirIterator it(target, {"*.desktop"}, QDir::Files);
-    while (it.hasNext()) {
-        const QString path = it.next();
-        if (!kept.contains(path) && isGlimmos(path)) QFile::remove(path);
-    }
+    for (const QString& path : user.copies)
+        if (!kept.contains(path)) QFile::remove(path);
     prepared_.assign(names.begin(), names.end());
     return prepared_;
 }

@@ -33,9 +33,6 @@ public:
     std::vector<QString> prepare(const std::function<bool(const QString& app)>& wanted);
     const std::vector<QString>& prepared() const { return prepared_; }
 
-    // The folder the copies go to: $XDG_DATA_HOME/applications.
-    static QString folder();
-
 private:
     std::vector<QString> prepared_;
 };
