@@ -36,10 +36,11 @@ inline bool makeCertificate(const QString& dir, const QString& host) {
 // extra: further switches (a host mapping, an application window, a window class); url may be
 // empty when one of them names the page. pages false: started as a user would, without the
 // switch that shows its pages to assistive technology.
-class Chromium {
+class Chromium : public TestProcess {
 public:
     Chromium(const QString& program, const QString& profile, const QString& url,
-             const QStringList& extra = {}, bool pages = true) {
+             const QStringList& extra = {}, bool pages = true)
+        : TestProcess(5000) {
         process_.setStandardOutputFile(QProcess::nullDevice());
         process_.setStandardErrorFile(profile + QStringLiteral(".log"));
         // Root has no sandbox to enter; the page is local and trusted.
@@ -57,16 +58,6 @@ public:
         if (pages) args << "--force-renderer-accessibility";
         process_.start(program, args + extra + (url.isEmpty() ? QStringList() : QStringList{url}));
     }
-    ~Chromium() {
-        process_.terminate();
-        if (!process_.waitForFinished(5000)) process_.kill();
-        process_.waitForFinished(2000);
-    }
-    bool started() { return process_.waitForStarted(5000); }
-    qint64 pid() const { return process_.processId(); }
-
-private:
-    QProcess process_;
 };
 
 }  // namespace desktop

@@ -15,6 +15,28 @@
 
 namespace desktop {
 
+// A browser (or other program) a test starts: asked to quit when the test ends, and killed when
+// it takes longer than quitMs.
+class TestProcess {
+public:
+    explicit TestProcess(int quitMs) : quitMs_(quitMs) {}
+    ~TestProcess() {
+        process_.terminate();
+        if (!process_.waitForFinished(quitMs_)) process_.kill();
+        process_.waitForFinished(2000);
+    }
+    TestProcess(const TestProcess&) = delete;
+    TestProcess& operator=(const TestProcess&) = delete;
+    bool started() { return process_.waitForStarted(5000); }
+    qint64 pid() const { return process_.processId(); }
+
+protected:
+    QProcess process_;
+
+private:
+    int quitMs_;
+};
+
 // The first of these programs on PATH; empty when there is none.
 inline QString firstProgram(const QStringList& names) {
     for (const QString& name : names) {

@@ -35,9 +35,10 @@ user_pref("network.proxy.share_proxy_settings", true);
 user_pref("network.proxy.no_proxies_on", "127.0.0.1");
 )";
 
-class Firefox {
+class Firefox : public TestProcess {
 public:
-    Firefox(const QString& program, const testsupport::TempHome& home, const QString& url) {
+    Firefox(const QString& program, const testsupport::TempHome& home, const QString& url)
+        : TestProcess(8000) {
         const QString h = home.path();
         home.write(QStringLiteral("firefox/user.js"), kFirefoxPrefs);
         QProcessEnvironment e = QProcessEnvironment::systemEnvironment();
@@ -50,16 +51,6 @@ public:
         process_.start(program, {"--no-remote", "--new-instance", "--profile", h + "/firefox",
                                  "--width", "1000", "--height", "700", url});
     }
-    ~Firefox() {
-        process_.terminate();
-        if (!process_.waitForFinished(8000)) process_.kill();
-        process_.waitForFinished(2000);
-    }
-    bool started() { return process_.waitForStarted(5000); }
-    qint64 pid() const { return process_.processId(); }
-
-private:
-    QProcess process_;
 };
 
 }  // namespace desktop
