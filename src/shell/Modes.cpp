@@ -45,7 +45,8 @@ int runHeadlessMode(Mode mode, const QStringList&) {
             printLine(claude::Profile(platform::JsonDefaults::saved()).prompt());
             break;
         case Mode::RulesTest:
-            for (const QString& line : rules::rulesCheck(rules::AppRules::shared(platform::JsonDefaults::saved())))
+            for (const QString& line :
+                 rules::rulesCheck(rules::AppRules::shared(platform::JsonDefaults::saved())))
                 printLine(line);
             break;
     }

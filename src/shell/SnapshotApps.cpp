@@ -21,7 +21,8 @@ void render(const QString& path, const QSet<QString>& startOpen, std::optional<i
     // The same light look on every desktop theme; the views take their colours when built.
     QApplication::setPalette(overlay::style::light());
     static linuxdesk::X11Workspace workspace;
-    setup::AppsView view(rules::AppRules::shared(platform::JsonDefaults::saved()), workspace, startOpen);
+    setup::AppsView view(rules::AppRules::shared(platform::JsonDefaults::saved()), workspace,
+                         startOpen);
     view.setAttribute(Qt::WA_DontShowOnScreen);
     view.ensurePolished();
     // The fitting width: what the content needs, and never less than the window's own.
