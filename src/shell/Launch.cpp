@@ -89,7 +89,7 @@ int runNormalLaunch(const QStringList& args) {
     windows.setSetupFactory(setupFactory(context));
     windows.setAppsFactory(appsFactory(context));
 
-    Tray tray(engine, platform, rules, windows);
+    Tray tray(engine, platform, rules, windows, &desktop.topBarMenu());
     QObject::connect(&tray, &Tray::quitRequested, qApp, &QApplication::quit);
     if (!tray.show())
         glimmo::log(QStringLiteral(

@@ -21,16 +21,29 @@ constexpr int kIconRefreshMs = 2000;
 }  // namespace
 
 Tray::Tray(engine::Glimmo& engine, platform::Platform& platform, rules::AppRules& rules,
-           Windows& windows, QObject* parent)
+           Windows& windows, platform::TopBarMenu* topBar, QObject* parent)
     : QObject(parent),
       engine_(engine),
       platform_(platform),
       rules_(rules),
       windows_(windows),
-      menu_(std::make_unique<QMenu>()) {
+      menu_(std::make_unique<QMenu>()),
+      topBar_(topBar) {
     connect(menu_.get(), &QMenu::aboutToShow, this, &Tray::rebuildMenu);
     iconTimer_.setInterval(kIconRefreshMs);
     connect(&iconTimer_, &QTimer::timeout, this, &Tray::refreshIcon);
+    if (!topBar_) return;
+    topBar_->onOpening([this] {
+        topBarIconState_.reset();
+        showInTopBar();
+    });
+    topBar_->onChosen([this](int index) {
+        if (index >= 0 && size_t(index) < topBarRows_.size()) run(topBarRows_[size_t(index)]);
+    });
+    topBar_->onAvailable([this](bool) {
+        topBarIconState_.reset();
+        showInTopBar();
+    });
 }
 
 Tray::~Tray() {
@@ -50,7 +63,33 @@ bool Tray::show() {
         refreshIcon();
     }
     item_->show();
-    return QSystemTrayIcon::isSystemTrayAvailable();
+    showInTopBar();
+    return QSystemTrayIcon::isSystemTrayAvailable() || useTopBar();
+}
+
+bool Tray::useTopBar() const {
+    return topBar_ && topBar_->available() && !QSystemTrayIcon::isSystemTrayAvailable();
+}
+
+void Tray::showInTopBar() {
+    if (!topBar_) return;
+    if (!useTopBar()) {
+        if (topBarIconState_) topBar_->hide();
+        topBarIconState_.reset();
+        return;
+    }
+    const bool dimmed = !suggestionsEnabled(platform_.defaults) || !platform_.ax.trusted();
+    const bool attention = engine_.claudeTrouble() || !setupFinished();
+    const int iconState = (dimmed ? 1 : 0) | (attention ? 2 : 0);
+    if (topBarIconState_ == iconState) return;
+    topBarIconState_ = iconState;
+    topBarRows_ = menuRows(state(), rules_);
+    std::vector<platform::MenuItem> items;
+    for (const MenuRow& row : topBarRows_)
+        items.push_back({row.title, row.separator, row.checkable, row.checked, row.enabled});
+    // The bar is light text on dark: the glyph in the bar's own colour, at its icon size.
+    topBar_->show(glyphImage(attention, 32, dimmed ? QColor(255, 255, 255, 110) : Qt::white),
+                  items);
 }
 
 void Tray::startIconTimer() {
@@ -74,6 +113,7 @@ MenuState Tray::state() const {
 }
 
 void Tray::refreshIcon() {
+    showInTopBar();
     if (!item_) return;
     const bool dimmed = !suggestionsEnabled(platform_.defaults) || !platform_.ax.trusted();
     const bool attention = engine_.claudeTrouble() || !setupFinished();

@@ -1,12 +1,14 @@
 #pragma once
 // The tray item and everything hung on it: the icon (refreshed every 2 seconds), the menu that is
-// rebuilt each time it opens, and the actions of its rows.
+// rebuilt each time it opens, and the actions of its rows. Where the desktop has no tray but
+// its top bar can hold a menu (GNOME with Glimmo's companion), the same rows go there.
 
 #include <QObject>
 #include <QTimer>
 #include <memory>
 
 #include "platform/Platform.h"
+#include "platform/TopBarMenu.h"
 #include "shell/MenuModel.h"
 
 class QMenu;
@@ -27,10 +29,11 @@ class Tray : public QObject {
     Q_OBJECT
 public:
     Tray(engine::Glimmo& engine, platform::Platform& platform, rules::AppRules& rules,
-         Windows& windows, QObject* parent = nullptr);
+         Windows& windows, platform::TopBarMenu* topBar = nullptr, QObject* parent = nullptr);
     ~Tray() override;
 
-    // Puts the item in the tray with its menu; false when the desktop has no tray at all.
+    // Puts the item in the tray with its menu, or in the top bar where there is no tray; false
+    // when the desktop has neither.
     bool show();
     // Starts the 2-second icon refresh.
     void startIconTimer();
@@ -57,6 +60,9 @@ signals:
 
 private:
     void run(const MenuRow& row);
+    // The top bar's menu while the desktop has no tray: shown, updated or taken away.
+    void showInTopBar();
+    bool useTopBar() const;
 
     engine::Glimmo& engine_;
     platform::Platform& platform_;
@@ -65,6 +71,10 @@ private:
     std::unique_ptr<QMenu> menu_;
     QSystemTrayIcon* item_ = nullptr;
     QTimer iconTimer_;
+    platform::TopBarMenu* topBar_ = nullptr;
+    std::vector<MenuRow> topBarRows_;     // what the top bar shows, by index
+    std::optional<int> topBarIconState_;  // the icon's state the top bar has
+
 };
 
 }  // namespace shell

@@ -329,24 +329,24 @@ std::optional<platform::Value> AtspiAx::read(const AtRef& e, const QString& name
     return std::nullopt;
 }
 
+std::optional<platform::Rect> AtspiAx::bounds(const AtRef& ref, const platform::Range& range,
+                                              at::Coords coords) {
+    const OffsetUnit unit = unitOf(ref);
+    if (document_.holds(ref)) return document_.boundsForRange(ref, range, unit, coords);
+    const auto text = cache_.text(ref);
+    return text ? axtext::boundsForRange(ref, *text, range, unit, coords) : std::nullopt;
+}
+
 std::optional<platform::Value> AtspiAx::parameterized(const platform::Element& element,
                                                       const QString& name,
                                                       const platform::Value& parameter) {
     const AtRef ref = AtElement::unwrap(element);
     const auto* range = std::get_if<platform::Range>(&parameter);
     if (!ref || !range || name != QLatin1String("AXBoundsForRange")) return std::nullopt;
-    const OffsetUnit unit = unitOf(ref);
-    std::optional<QString> text;
-    const bool document = document_.holds(ref);
-    if (!document && !(text = cache_.text(ref))) return std::nullopt;
-    auto bounds = [&](at::Coords coords) {
-        return document ? document_.boundsForRange(ref, *range, unit, coords)
-                        : axtext::boundsForRange(ref, *text, *range, unit, coords);
-    };
-    auto r = bounds(at::Coords::Screen);
+    auto r = bounds(ref, *range, at::Coords::Screen);
     if (!r) {
         // GTK 4 answers text positions only relative to its window.
-        const auto w = bounds(at::Coords::Window);
+        const auto w = bounds(ref, *range, at::Coords::Window);
         if (w && !(w->x == 0 && w->y == 0)) {
             const ReportedToScreen map = mapping_.of(ref);
             r = platform::Rect{w->x + map.windowX, w->y + map.windowY, w->width, w->height};
@@ -354,6 +354,12 @@ std::optional<platform::Value> AtspiAx::parameterized(const platform::Element& e
     }
     if (!r) return std::nullopt;
     return platform::Value(onDesktop(ref, *r));
+}
+
+std::optional<platform::Rect> AtspiAx::windowBounds(const platform::Element& element,
+                                                    const platform::Range& range) {
+    const AtRef ref = AtElement::unwrap(element);
+    return ref ? bounds(ref, range, at::Coords::Window) : std::nullopt;
 }
 
 platform::Rect AtspiAx::onDesktop(const AtRef& element, const platform::Rect& reported) {

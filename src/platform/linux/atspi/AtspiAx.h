@@ -53,6 +53,9 @@ public:
     // Replaces a range (UTF-16 units) of an element's text by deleting it and inserting text.
     bool replace(const platform::Element& element, const platform::Range& range,
                  const QString& text);
+    // A text range's place relative to the element's window, as the toolkit reports it.
+    std::optional<platform::Rect> windowBounds(const platform::Element& element,
+                                               const platform::Range& range);
     // The major version of the element's toolkit, where it is GTK; absent otherwise.
     std::optional<int> gtkVersion(const platform::Element& element);
 
@@ -72,6 +75,8 @@ private:
     std::optional<QString> heldText(const AtRef& element, const std::vector<AtRef>& children);
     AtRef focusedWindow(const AtRef& application);
     void noteEmptyTree(const AtRef& application);
+    std::optional<platform::Rect> bounds(const AtRef& ref, const platform::Range& range,
+                                         at::Coords coords);
     // A rectangle the application reported, on the desktop in the screens' units.
     platform::Rect onDesktop(const AtRef& element, const platform::Rect& reported);
 

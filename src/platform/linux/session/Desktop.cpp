@@ -2,6 +2,9 @@
 
 #include "platform/linux/atspi/AtspiAx.h"
 #include "platform/linux/wayland/AtspiKeyTap.h"
+#include "platform/linux/wayland/Companion.h"
+#include "platform/linux/wayland/CompanionKeyTap.h"
+#include "platform/linux/wayland/CompanionMenu.h"
 #include "platform/linux/session/LinuxInputSource.h"
 #include "platform/linux/wayland/NativeEdit.h"
 #include "platform/linux/wayland/NativeRoute.h"
@@ -29,13 +32,16 @@ struct Desktop::Parts {
 
     // A Wayland session also has native windows; these hand each call to the part that serves
     // the frontmost application.
+    Companion companion;
+    CompanionKeyTap companionTap{companion};
+    CompanionMenu topBar{companion};
     NativeRoute route{workspace, ax};
     NativeEdit edit{ax, route};
     AtspiKeyTap nativeTap{ax, route};
     RoutedWorkspace routedWorkspace{route, workspace};
-    RoutedAx routedAx{route, ax, edit, nativeTap, screens};
+    RoutedAx routedAx{route, ax, edit, nativeTap, screens, companion};
     RoutedKeyboard routedKeyboard{route, keyboard, edit};
-    RoutedKeyTap routedKeyTap{route, keyTap, nativeTap};
+    RoutedKeyTap routedKeyTap{route, keyTap, nativeTap, companion, companionTap};
     RoutedClipboard routedClipboard{route, clipboard, edit};
 };
 
@@ -72,6 +78,9 @@ XTestKeyboard& Desktop::keyboard() {
 }
 XGrabKeyTap& Desktop::keyTap() {
     return parts_->keyTap;
+}
+platform::TopBarMenu& Desktop::topBarMenu() {
+    return parts_->topBar;
 }
 
 }  // namespace linuxdesk

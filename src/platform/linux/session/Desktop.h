@@ -10,6 +10,7 @@
 #include <memory>
 
 #include "platform/Platform.h"
+#include "platform/TopBarMenu.h"
 
 namespace linuxdesk {
 
@@ -39,6 +40,8 @@ public:
     X11Workspace& workspace();
     XTestKeyboard& keyboard();
     XGrabKeyTap& keyTap();
+    // The top bar's menu, where the compositor's companion offers one.
+    platform::TopBarMenu& topBarMenu();
 
 private:
     struct Parts;

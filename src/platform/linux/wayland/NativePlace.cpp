@@ -19,4 +19,10 @@ platform::Rect nativeCaret(const platform::Screen& screen) {
     return platform::Rect{x, v.y + v.height - kAboveBottom, 1, kCaretHeight};
 }
 
+platform::Rect inCompositor(const platform::Rect& inWindow, const platform::Rect& surface,
+                            double scale) {
+    return {surface.x + inWindow.x * scale, surface.y + inWindow.y * scale,
+            inWindow.width * scale, inWindow.height * scale};
+}
+
 }  // namespace linuxdesk

@@ -2,9 +2,11 @@
 
 #include "platform/linux/atspi/AtspiAx.h"
 #include "platform/linux/wayland/AtspiKeyTap.h"
+#include "platform/linux/wayland/Companion.h"
 #include "platform/linux/wayland/NativeEdit.h"
 #include "platform/linux/wayland/NativePlace.h"
 #include "platform/linux/wayland/NativeRoute.h"
+#include "platform/linux/x11/DevicePixels.h"
 
 namespace linuxdesk {
 
@@ -62,9 +64,37 @@ std::optional<platform::Value> RoutedAx::parameterized(const platform::Element& 
                                                        const platform::Value& parameter) {
     if (!native(element) || name != QLatin1String("AXBoundsForRange"))
         return ax_.parameterized(element, name, parameter);
+    const auto* range = std::get_if<platform::Range>(&parameter);
+    if (!range) return std::nullopt;
+    if (const auto exact = placed(element, *range)) return platform::Value(*exact);
     const auto screen = screens_.main();
     if (!screen) return std::nullopt;
     return platform::Value(nativeCaret(*screen));
+}
+
+std::optional<platform::Rect> RoutedAx::placed(const platform::Element& element,
+                                               const platform::Range& range) {
+    const auto window = companion_.focusedWindow();
+    if (!window) {
+        trace_.why(companion_.present()
+                       ? QStringLiteral("the compositor companion names no focused window: the "
+                                        "bubble waits at the bottom of the screen")
+                       : QStringLiteral("no compositor companion tells where %1's window is: the "
+                                        "bubble waits at the bottom of the screen")
+                             .arg(route_.name()));
+        return std::nullopt;
+    }
+    const auto app = route_.frontmost();
+    if (app && app->pid != window->pid) {
+        trace_.why(QStringLiteral("the focused window is not %1's: the bubble waits at the "
+                                  "bottom of the screen")
+                       .arg(route_.name()));
+        return std::nullopt;
+    }
+    const auto inWindow = ax_.windowBounds(element, range);
+    // A zero origin is how toolkits say they do not know.
+    if (!inWindow || (inWindow->x == 0 && inWindow->y == 0)) return std::nullopt;
+    return fromDevicePixels(inCompositor(*inWindow, window->buffer, window->scale));
 }
 
 bool RoutedAx::setAttribute(const platform::Element& element, const QString& name,

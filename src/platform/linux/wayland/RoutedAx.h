@@ -5,7 +5,8 @@
 // QtClipboard, as on X11) or to the native one (NativeEdit, AtspiKeyTap). For a native window
 // this one:
 // - keeps the engine's selection in NativeEdit (GTK 4 times out setting one);
-// - gives the caret a fixed place (NativePlace), since the window's position is unknown;
+// - places the caret from the window's position the compositor companion reports, or at a
+//   fixed place without one (NativePlace);
 // - offers no text box without EditableText for rewriting, and the debug log says why.
 
 #include "main/DebugTrace.h"
@@ -16,14 +17,16 @@ namespace linuxdesk {
 
 class AtspiAx;
 class AtspiKeyTap;
+class Companion;
 class NativeEdit;
 class NativeRoute;
 
 class RoutedAx : public platform::Ax {
 public:
     RoutedAx(NativeRoute& route, AtspiAx& ax, NativeEdit& edit, AtspiKeyTap& tap,
-             platform::Screens& screens)
-        : route_(route), ax_(ax), edit_(edit), tap_(tap), screens_(screens) {}
+             platform::Screens& screens, Companion& companion)
+        : route_(route), ax_(ax), edit_(edit), tap_(tap), screens_(screens),
+          companion_(companion) {}
     bool trusted() override;
     void onChange(std::function<void()> changed) override { ax_.onChange(std::move(changed)); }
     void requestTrust() override;
@@ -40,12 +43,15 @@ public:
 
 private:
     bool native(const platform::Element& element) const;
+    std::optional<platform::Rect> placed(const platform::Element& element,
+                                         const platform::Range& range);
 
     NativeRoute& route_;
     AtspiAx& ax_;
     NativeEdit& edit_;
     AtspiKeyTap& tap_;
     platform::Screens& screens_;
+    Companion& companion_;
     glimmo::DebugTrace trace_;
 };
 
