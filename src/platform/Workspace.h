@@ -51,6 +51,12 @@ public:
         const std::function<bool(const QString& bundleId)>& wanted) = 0;
     // The names the last preparation returned.
     virtual std::vector<QString> preparedLaunchers() = 0;
+
+    // Glimmo's companion in the desktop's shell (the bubble at the caret of native Wayland
+    // windows, the menu in a top bar without a tray), installed and switched on where the
+    // desktop has one. True while the shell loads it only at the user's next log-in.
+    virtual void prepareCompanion() {}
+    virtual bool companionAwaitsLogin() { return false; }
 };
 
 }  // namespace platform

@@ -17,12 +17,17 @@ QString listed(const QStringList& names, const QString& last = QStringLiteral("o
 
 }  // namespace
 
-QString restartHint(const QStringList& apps, const QStringList& prepared) {
+QString restartHint(const QStringList& apps, const QStringList& prepared, bool logOut) {
+    const QString logOutLine =
+        logOut ? QStringLiteral(
+                     "Log out and back in once so that GNOME shows suggestions at "
+                     "the caret and Glimmo in the top bar. ")
+               : QString();
     if (apps.isEmpty() && prepared.isEmpty())
-        return QStringLiteral(
-                   "Chrome, Chromium and Electron apps can be read only when started "
-                   "with %1. Restart the ones already open with it.")
-            .arg(kFlag);
+        return logOutLine + QStringLiteral(
+                                "Chrome, Chromium and Electron apps can be read only when started "
+                                "with %1. Restart the ones already open with it.")
+                                .arg(kFlag);
     QStringList lines;
     if (!prepared.isEmpty())
         lines << (prepared.size() == 1
@@ -48,7 +53,7 @@ QString restartHint(const QStringList& apps, const QStringList& prepared) {
     if (!flagged.isEmpty())
         lines << QStringLiteral("Glimmo can't read %1 yet: restart %2 with %3.")
                      .arg(listed(flagged), them(flagged), kFlag);
-    return lines.join(u' ');
+    return logOutLine + lines.join(u' ');
 }
 
 }  // namespace setup

@@ -41,6 +41,7 @@ class Setup : public QObject, public std::enable_shared_from_this<Setup> {
     Q_PROPERTY(QString code READ code WRITE setCode NOTIFY changed)
     Q_PROPERTY(QStringList restartApps READ restartApps WRITE setRestartApps NOTIFY changed)
     Q_PROPERTY(QStringList preparedApps READ preparedApps WRITE setPreparedApps NOTIFY changed)
+    Q_PROPERTY(bool logOutDue READ logOutDue WRITE setLogOutDue NOTIFY changed)
     Q_PROPERTY(bool allDone READ allDone NOTIFY changed)
 
 public:
@@ -77,6 +78,7 @@ public:
     const QStringList& restartApps() const { return restartApps_; }
     // The applications whose launchers were made to start them readable.
     const QStringList& preparedApps() const { return preparedApps_; }
+    bool logOutDue() const { return logOutDue_; }
     bool allDone() const { return aboutDone_ && access_ && claudeOK_; }
 
     void setName(const QString& v) { assign(name_, v); }
@@ -96,6 +98,7 @@ public:
     void setCode(const QString& v) { assign(code_, v); }
     void setRestartApps(const QStringList& v) { assign(restartApps_, v); }
     void setPreparedApps(const QStringList& v) { assign(preparedApps_, v); }
+    void setLogOutDue(bool v) { assign(logOutDue_, v); }
 
     // Called after the profile was saved, and when step 2 or 3 becomes complete.
     std::function<void()> onSaved = [] {};
@@ -158,6 +161,7 @@ private:
     QString code_;
     QStringList restartApps_;
     QStringList preparedApps_;
+    bool logOutDue_ = false;
 
     // The running sign-in process (its standard input is loginIn); not owned by this object,
     // since it outlives a closed window until it ends or times out.

@@ -293,11 +293,12 @@ void SetupView::sync() {
                              "already open may need a restart.")
             : QStringLiteral("This is how Glimmo reads the text box you're typing in. It switches "
                              "on your desktop's accessibility support."));
-    const QString restart = flagWhole(restartHint(s.restartApps(), s.preparedApps()));
+    const QString restart =
+        flagWhole(restartHint(s.restartApps(), s.preparedApps(), s.logOutDue()));
     restartHint_->setText(restart);
     restartNote_->setText(restart);
-    restartNote_->setVisible(s.access() &&
-                             !(s.restartApps().isEmpty() && s.preparedApps().isEmpty()));
+    restartNote_->setVisible(s.access() && (s.logOutDue() || !(s.restartApps().isEmpty() &&
+                                                               s.preparedApps().isEmpty())));
     accessButton_->setText(s.accessOpened() ? QStringLiteral("Turn on accessibility again")
                                             : QStringLiteral("Turn on accessibility"));
 

@@ -97,6 +97,7 @@ int runNormalLaunch(const QStringList& args) {
             "start Glimmo again to open its settings"));
 
     registerLoginOnce(platform);
+    platform.workspace.prepareCompanion();
     const LauncherUpkeep launchers(platform.workspace, rules);
 
     // Started from the mounted release image (or just installed from it): eject it.

@@ -279,3 +279,29 @@ TEST(ReadableLaunchers, CopiesFollowTheSwitchesAndTheInstalledEntries) {
     EXPECT_EQ(QDir(home.path() + "/.local/share/applications").entryList(QDir::Files),
               QStringList{"discord.desktop"});
 }
+
+#include "platform/linux/session/ShellCompanion.h"
+
+TEST(ShellCompanion, VariantByShellVersionAndTheUuidAddedOnce) {
+    using linuxdesk::ShellCompanion;
+    QTemporaryDir root;
+    const QString installed = root.filePath("usr/share/glimmo/companion");
+    for (const char* variant : {"gnome-shell-43", "gnome-shell-45"}) {
+        const QString dir = installed + '/' + variant + "/glimmo@glimmo.io";
+        QDir().mkpath(dir);
+        QFile metadata(dir + "/metadata.json");
+        ASSERT_TRUE(metadata.open(QIODevice::WriteOnly));
+    }
+    const QString bin = root.filePath("usr/bin");
+    EXPECT_EQ(ShellCompanion::sourceFor("43.9", bin),
+              installed + "/gnome-shell-43/glimmo@glimmo.io");
+    EXPECT_EQ(ShellCompanion::sourceFor("46.0", bin),
+              installed + "/gnome-shell-45/glimmo@glimmo.io");
+    EXPECT_EQ(ShellCompanion::sourceFor("42.5", bin), std::nullopt);
+    EXPECT_EQ(ShellCompanion::sourceFor("46.0", root.filePath("elsewhere")), std::nullopt);
+
+    EXPECT_EQ(ShellCompanion::withUuid("@as []"), "['glimmo@glimmo.io']");
+    EXPECT_EQ(ShellCompanion::withUuid("['ubuntu-dock@ubuntu.com']"),
+              "['ubuntu-dock@ubuntu.com', 'glimmo@glimmo.io']");
+    EXPECT_EQ(ShellCompanion::withUuid("['glimmo@glimmo.io', 'x@y']"), std::nullopt);
+}

@@ -30,9 +30,9 @@ const char* const Companion::serviceName = "io.glimmo.Companion";
 
 Companion::Companion(QObject* parent)
     : QObject(parent),
-      watcher_(QString::fromLatin1(serviceName), QDBusConnection::sessionBus(),
-               QDBusServiceWatcher::WatchForRegistration |
-                   QDBusServiceWatcher::WatchForUnregistration) {
+      watcher_(
+          QString::fromLatin1(serviceName), QDBusConnection::sessionBus(),
+          QDBusServiceWatcher::WatchForRegistration | QDBusServiceWatcher::WatchForUnregistration) {
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) return;
     const QString service = QString::fromLatin1(serviceName);
@@ -123,8 +123,10 @@ void Companion::hideMenu() {
 }
 
 void Companion::onKeyPressed(const QString& key) {
-    if (keysWanted_) emit keyPressed(key);
-    else passKey(key);  // a press that crossed the letting go
+    if (keysWanted_)
+        emit keyPressed(key);
+    else
+        passKey(key);  // a press that crossed the letting go
 }
 
 void Companion::onMenuOpening() {

@@ -51,12 +51,10 @@ void CompanionMenu::show(const QImage& icon, const std::vector<platform::MenuIte
     // The shell reads the file when it shows it; a changed icon gets a new name, or the
     // shell's cache keeps showing the old one.
     if (icon.cacheKey() != iconKey_) {
-        const QString folder =
-            QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
-        const QString path = QDir(folder).filePath(
-            QStringLiteral("glimmo-icon-%1-%2.png")
-                .arg(QCoreApplication::applicationPid())
-                .arg(icon.cacheKey()));
+        const QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+        const QString path = QDir(folder).filePath(QStringLiteral("glimmo-icon-%1-%2.png")
+                                                       .arg(QCoreApplication::applicationPid())
+                                                       .arg(icon.cacheKey()));
         if (icon.save(path, "PNG")) {
             if (!iconPath_.isEmpty()) QFile::remove(iconPath_);
             iconPath_ = path;

@@ -21,8 +21,8 @@ platform::Rect nativeCaret(const platform::Screen& screen) {
 
 platform::Rect inCompositor(const platform::Rect& inWindow, const platform::Rect& surface,
                             double scale) {
-    return {surface.x + inWindow.x * scale, surface.y + inWindow.y * scale,
-            inWindow.width * scale, inWindow.height * scale};
+    return {surface.x + inWindow.x * scale, surface.y + inWindow.y * scale, inWindow.width * scale,
+            inWindow.height * scale};
 }
 
 }  // namespace linuxdesk

@@ -25,7 +25,11 @@ class RoutedAx : public platform::Ax {
 public:
     RoutedAx(NativeRoute& route, AtspiAx& ax, NativeEdit& edit, AtspiKeyTap& tap,
              platform::Screens& screens, Companion& companion)
-        : route_(route), ax_(ax), edit_(edit), tap_(tap), screens_(screens),
+        : route_(route),
+          ax_(ax),
+          edit_(edit),
+          tap_(tap),
+          screens_(screens),
           companion_(companion) {}
     bool trusted() override;
     void onChange(std::function<void()> changed) override { ax_.onChange(std::move(changed)); }

@@ -43,4 +43,11 @@ std::vector<QString> RoutedWorkspace::preparedLaunchers() {
     return x11_.preparedLaunchers();
 }
 
+void RoutedWorkspace::prepareCompanion() {
+    x11_.prepareCompanion();
+}
+bool RoutedWorkspace::companionAwaitsLogin() {
+    return x11_.companionAwaitsLogin();
+}
+
 }  // namespace linuxdesk

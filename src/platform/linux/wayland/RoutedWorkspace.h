@@ -25,6 +25,8 @@ public:
     std::vector<QString> prepareLaunchers(
         const std::function<bool(const QString& bundleId)>& wanted) override;
     std::vector<QString> preparedLaunchers() override;
+    void prepareCompanion() override;
+    bool companionAwaitsLogin() override;
 
 private:
     NativeRoute& route_;

@@ -8,6 +8,7 @@
 #include "platform/linux/session/AppIdentity.h"
 #include "platform/linux/session/DesktopEntries.h"
 #include "platform/linux/session/ReadableLaunchers.h"
+#include "platform/linux/session/ShellCompanion.h"
 
 struct _XDisplay;
 
@@ -35,6 +36,8 @@ public:
         return launchers_.prepare(wanted);
     }
     std::vector<QString> preparedLaunchers() override { return launchers_.prepared(); }
+    void prepareCompanion() override { companion_.prepare(); }
+    bool companionAwaitsLogin() override { return companion_.awaitsLogin(); }
 
     // The autostart entry's path: $XDG_CONFIG_HOME/autostart/glimmo.desktop.
     static QString loginItemPath();
@@ -56,6 +59,7 @@ private:
     DesktopEntries entries_;
     AppIdentity identity_{entries_};
     ReadableLaunchers launchers_;
+    ShellCompanion companion_;
 };
 
 }  // namespace linuxdesk
