@@ -8,6 +8,7 @@
 #include <QRect>
 #include <QScreen>
 #include <cstdlib>
+#include <functional>
 #include <optional>
 
 #include "TempHome.h"
@@ -42,11 +43,13 @@ inline QRect changedPixels(const QImage& a, const QImage& b, const QRect& ignore
 // The caret's bar, from shots taken until one differs from the one before only by a bar a few
 // pixels wide and a line high (the caret blinked); absent when none blinks within timeoutMs.
 // Pixels inside ignored (a window over the application) do not count.
-inline std::optional<QRect> blinkingCaret(const QRect& ignored, int timeoutMs = 4000) {
-    QImage previous = screenshot();
+// shoot takes the shot (by default the X display's own).
+inline std::optional<QRect> blinkingCaret(const QRect& ignored, int timeoutMs = 4000,
+                                          const std::function<QImage()>& shoot = screenshot) {
+    QImage previous = shoot();
     for (int waited = 0; waited < timeoutMs; waited += 50) {
         testsupport::waitUntil([] { return false; }, 50);
-        QImage shot = screenshot();
+        QImage shot = shoot();
         const QRect bar = changedPixels(previous, shot, ignored);
         if (!bar.isNull() && bar.width() <= 4 && bar.height() >= 8 && bar.height() <= 60)
             return bar;

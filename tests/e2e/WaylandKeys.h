@@ -18,4 +18,10 @@ inline bool waylandKeys(const QString& keys) {
     return QProcess::execute(qEnvironmentVariable("GLIMMO_WAYLAND_KEYS"), {"key", keys}) == 0;
 }
 
+// Clicks the left button at a place on the screen.
+inline bool waylandClick(int x, int y) {
+    return QProcess::execute(qEnvironmentVariable("GLIMMO_WAYLAND_KEYS"),
+                             {"click", QString::number(x), QString::number(y)}) == 0;
+}
+
 }  // namespace desktop

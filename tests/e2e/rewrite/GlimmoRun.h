@@ -33,6 +33,7 @@ public:
     // True once the program runs and its key tap is in place.
     bool started() const { return started_; }
     qint64 pid() const { return process_.processId(); }
+    bool running() const { return process_.state() == QProcess::Running; }
 
     // The stand-in reads its script again when a request's input ends, so this steers the
     // process that is already waiting.

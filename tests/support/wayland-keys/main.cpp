@@ -7,6 +7,7 @@
 //                                      closes the session or it is terminated
 //   glimmo-wayland-keys type TEXT      types TEXT through that service (see KeyPlan.h)
 //   glimmo-wayland-keys key KEYS...    presses key combinations: Tab, shift+Tab, ctrl+a, Escape
+//   glimmo-wayland-keys click X Y      clicks the left button at X, Y (on a 1280x800 screen)
 //
 // One long-lived session because mutter adds the keyboard to the seat when a session starts,
 // and a key sent before the applications have seen that keyboard is lost: a session per key
@@ -41,6 +42,25 @@ public slots:
         return events ? send(*events) : QStringLiteral("unknown key in \"%1\"").arg(keys);
     }
 
+    // The pointer has no absolute motion without a screen cast: it is pushed into the
+    // bottom-right corner (the top-left one opens the overview) and moved from there.
+    QString Click(int x, int y) {
+        const QDBusMessage moves[] = {
+            session_->call(QStringLiteral("NotifyPointerMotionRelative"), 5000.0, 5000.0),
+            session_->call(QStringLiteral("NotifyPointerMotionRelative"), x - 1279.0, y - 799.0),
+        };
+        for (const QDBusMessage& m : moves)
+            if (m.type() == QDBusMessage::ErrorMessage) return m.errorMessage();
+        QThread::msleep(50);
+        for (const bool pressed : {true, false}) {
+            const QDBusMessage m =
+                session_->call(QStringLiteral("NotifyPointerButton"), 0x110, pressed);
+            if (m.type() == QDBusMessage::ErrorMessage) return m.errorMessage();
+            QThread::msleep(20);
+        }
+        return {};
+    }
+
 public:
     // An empty answer when mutter took every event, else its error.
     QString send(const waylandkeys::KeyEvents& events) {
@@ -69,15 +89,14 @@ int serve(QCoreApplication& app) {
     QDBusInterface remote(kMutter, "/org/gnome/Mutter/RemoteDesktop", kMutter, bus);
     const QDBusReply<QDBusObjectPath> path = remote.call("CreateSession");
     if (!path.isValid()) return fail("no remote-desktop session: " + path.error().message());
-    auto session = std::make_unique<QDBusInterface>(kMutter, path.value().path(),
-                                                    kMutter + ".Session", bus);
+    auto session =
+        std::make_unique<QDBusInterface>(kMutter, path.value().path(), kMutter + ".Session", bus);
     const QDBusMessage started = session->call("Start");
     if (started.type() == QDBusMessage::ErrorMessage)
         return fail("the session did not start: " + started.errorMessage());
     Keyboard keyboard(std::move(session));
     // Mutter drops the session, and with it the keyboard, when it stops.
-    bus.connect(kMutter, path.value().path(), kMutter + ".Session", "Closed", &app,
-                SLOT(quit()));
+    bus.connect(kMutter, path.value().path(), kMutter + ".Session", "Closed", &app, SLOT(quit()));
     // Give the seat's new keyboard a moment to reach the applications, and spend a first key
     // that nothing may see.
     QThread::msleep(300);
@@ -90,9 +109,10 @@ int serve(QCoreApplication& app) {
     return app.exec();
 }
 
-int client(const QString& method, const QString& argument) {
+int client(const QString& method, const QVariant& argument, const QVariant& more = {}) {
     QDBusInterface keyboard(kService, "/", kService, QDBusConnection::sessionBus());
-    const QDBusReply<QString> reply = keyboard.call(method, argument);
+    const QDBusReply<QString> reply =
+        more.isValid() ? keyboard.call(method, argument, more) : keyboard.call(method, argument);
     if (!reply.isValid()) return fail(kService + " does not answer: " + reply.error().message());
     return reply.value().isEmpty() ? 0 : fail(reply.value());
 }
@@ -105,7 +125,10 @@ int main(int argc, char** argv) {
     if (args == QStringList{"--serve"}) return serve(app);
     if (args.size() == 2 && args[0] == "type") return client("Type", args[1]);
     if (args.size() >= 2 && args[0] == "key") return client("Key", args.mid(1).join(' '));
-    std::fprintf(stderr, "usage: glimmo-wayland-keys --serve | type TEXT | key KEYS...\n");
+    if (args.size() == 3 && args[0] == "click")
+        return client("Click", args[1].toInt(), args[2].toInt());
+    std::fprintf(stderr,
+                 "usage: glimmo-wayland-keys --serve | type TEXT | key KEYS... | click X Y\n");
     return 2;
 }
 

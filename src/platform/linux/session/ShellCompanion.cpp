@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QDBusInterface>
 #include <QDBusReply>
 #include <QDir>
@@ -118,7 +119,11 @@ void ShellCompanion::prepare() {
     if (failed && !said_)
         glimmo::log(QStringLiteral("the GNOME Shell companion could not be set up"));
     said_ = true;
-    if (changed || list) {
+    // A companion already running (an older copy, or one installed elsewhere) serves until the
+    // next log-in loads this one.
+    const bool running = QDBusConnection::sessionBus().interface()->isServiceRegistered(
+        QStringLiteral("io.glimmo.Companion"));
+    if ((changed || list) && !running) {
         // A shell that knows the extension already switches it on at once; a new or changed
         // one is read at the next log-in.
         QDBusInterface extensions(QStringLiteral("org.gnome.Shell.Extensions"),

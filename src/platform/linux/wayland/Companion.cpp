@@ -49,7 +49,28 @@ Companion::Companion(QObject* parent)
         glimmo::log(QStringLiteral("the compositor companion left"));
         emit presentChanged(false);
     });
-    if (bus.interface()->isServiceRegistered(service)) appeared();
+    // One already there is asked at once, so that the tray knows at start whether the top bar
+    // can stand in for it.
+    if (bus.interface()->isServiceRegistered(service)) {
+        QDBusMessage hello =
+            QDBusMessage::createMethodCall(service, kPath, kInterface, QStringLiteral("Hello"));
+        greeted(bus.call(hello, QDBus::Block, kCallTimeoutMs * 4));
+    }
+}
+
+void Companion::greeted(const QDBusMessage& answer) {
+    if (answer.type() != QDBusMessage::ReplyMessage || answer.arguments().size() < 3) {
+        glimmo::log(QStringLiteral("the compositor companion does not answer: %1")
+                        .arg(answer.errorMessage()));
+        return;
+    }
+    const QVariantList a = answer.arguments();
+    glimmo::log(QStringLiteral("the compositor companion answers (%1 %2)")
+                    .arg(a[1].toString(), a[2].toString()));
+    present_ = true;
+    // A shell restarted while keys were wanted has forgotten it.
+    if (keysWanted_) call("WantKeys", {true});
+    emit presentChanged(true);
 }
 
 void Companion::appeared() {
@@ -59,19 +80,7 @@ void Companion::appeared() {
         QDBusConnection::sessionBus().asyncCall(hello, kCallTimeoutMs * 4), this);
     connect(pending, &QDBusPendingCallWatcher::finished, this, [this, pending] {
         pending->deleteLater();
-        const QDBusMessage answer = pending->reply();
-        if (answer.type() != QDBusMessage::ReplyMessage || answer.arguments().size() < 3) {
-            glimmo::log(QStringLiteral("the compositor companion does not answer: %1")
-                            .arg(answer.errorMessage()));
-            return;
-        }
-        const QVariantList a = answer.arguments();
-        glimmo::log(QStringLiteral("the compositor companion answers (%1 %2)")
-                        .arg(a[1].toString(), a[2].toString()));
-        present_ = true;
-        // A shell restarted while keys were wanted has forgotten it.
-        if (keysWanted_) call("WantKeys", {true});
-        emit presentChanged(true);
+        greeted(pending->reply());
     });
 }
 

@@ -5,6 +5,7 @@
 // compositor itself, which is never a stuck application; a compositor that does not answer in
 // time counts as no companion for that call.
 
+#include <QDBusMessage>
 #include <QDBusServiceWatcher>
 #include <QElapsedTimer>
 #include <QObject>
@@ -28,8 +29,8 @@ public:
     struct Window {
         qint64 pid = 0;
         bool wayland = false;
-        platform::Rect frame;
-        platform::Rect buffer;  // the origin of the window's own coordinates
+        platform::Rect frame;   // what the user sees as the window
+        platform::Rect buffer;  // its whole surface, shadows included
         double scale = 1;
     };
     // The focused window; absent without a companion or a focused window. Kept for a moment,
@@ -55,6 +56,7 @@ private slots:
 
 private:
     void appeared();
+    void greeted(const QDBusMessage& answer);
     void call(const char* method, const QVariantList& args = {});
 
     QDBusServiceWatcher watcher_;

@@ -94,7 +94,10 @@ std::optional<platform::Rect> RoutedAx::placed(const platform::Element& element,
     const auto inWindow = ax_.windowBounds(element, range);
     // A zero origin is how toolkits say they do not know.
     if (!inWindow || (inWindow->x == 0 && inWindow->y == 0)) return std::nullopt;
-    return fromDevicePixels(inCompositor(*inWindow, window->buffer, window->scale));
+    // Window coordinates start where the toolkit says its window starts: GTK 3 at its
+    // surface, shadows included; GTK 4 at the frame the user sees.
+    const platform::Rect& origin = ax_.gtkVersion(element) == 4 ? window->frame : window->buffer;
+    return fromDevicePixels(inCompositor(*inWindow, origin, window->scale));
 }
 
 bool RoutedAx::setAttribute(const platform::Element& element, const QString& name,
