@@ -72,6 +72,7 @@ class Companion {
             FocusedWindow: () => new GLib.Variant('(a{sv})', [this._focusedWindow()]),
             WantKeys: wanted => this._wantKeys(wanted),
             PassKey: key => this._passKey(key),
+            PressShortcut: shortcut => this._pressShortcut(shortcut),
             SetMenu: (icon, rows) => this._setMenu(icon, rows),
             HideMenu: () => this._hideMenu(),
         };
@@ -158,16 +159,30 @@ class Companion {
                 this._passing.set(binding, (this._passing.get(binding) ?? 0) + 1);
             }
         }
+        this._press([Clutter[`KEY_${key}`]]);
+    }
+
+    _pressShortcut(shortcut) {
+        const letter = {'ctrl+v': Clutter.KEY_v, 'ctrl+a': Clutter.KEY_a}[shortcut];
+        if (!letter)
+            throw new Error(`Not a shortcut the companion presses: ${shortcut}`);
+        this._press([Clutter.KEY_Control_L, letter]);
+    }
+
+    // Presses the keys in order and releases them in reverse, on a keyboard of the
+    // companion's own.
+    _press(keyvals) {
         if (!this._keyboard) {
             const backend = global.stage.context?.get_backend?.() ??
                 Clutter.get_default_backend();
             this._keyboard = backend.get_default_seat().create_virtual_device(
                 Clutter.InputDeviceType.KEYBOARD_DEVICE);
         }
-        const keyval = Clutter[`KEY_${key}`];
         const time = GLib.get_monotonic_time();
-        this._keyboard.notify_keyval(time, keyval, Clutter.KeyState.PRESSED);
-        this._keyboard.notify_keyval(time, keyval, Clutter.KeyState.RELEASED);
+        for (const keyval of keyvals)
+            this._keyboard.notify_keyval(time, keyval, Clutter.KeyState.PRESSED);
+        for (const keyval of [...keyvals].reverse())
+            this._keyboard.notify_keyval(time, keyval, Clutter.KeyState.RELEASED);
     }
 
     _letThrough(binding) {

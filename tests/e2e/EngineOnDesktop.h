@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QDBusConnection>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -15,6 +16,17 @@
 #include "platform/Defaults.h"
 #include "platform/linux/session/Desktop.h"
 #include "rules/AppRules.h"
+
+// Glimmo's name on the session bus, which the compositor companion answers alone: taken
+// before the backend looks for the companion, as the program does.
+struct GlimmosName {
+    GlimmosName() {
+        QDBusConnection::sessionBus().registerService(QStringLiteral("io.glimmo.Glimmo"));
+    }
+    ~GlimmosName() {
+        QDBusConnection::sessionBus().unregisterService(QStringLiteral("io.glimmo.Glimmo"));
+    }
+};
 
 struct EngineOnDesktop : ::testing::Test {
     EngineOnDesktop() {
@@ -39,6 +51,7 @@ struct EngineOnDesktop : ::testing::Test {
     testsupport::TempHome home;  // first: the paths below read the temporary HOME
     platform::MemoryDefaults defaults;
     platform::SystemClock clock;
+    GlimmosName name;
     linuxdesk::Desktop desktop;
 };
 

@@ -1,15 +1,15 @@
 #include "platform/linux/session/Desktop.h"
 
 #include "platform/linux/atspi/AtspiAx.h"
+#include "platform/linux/session/LinuxInputSource.h"
+#include "platform/linux/session/QtClipboard.h"
+#include "platform/linux/session/QtScreens.h"
 #include "platform/linux/wayland/AtspiKeyTap.h"
 #include "platform/linux/wayland/Companion.h"
 #include "platform/linux/wayland/CompanionKeyTap.h"
 #include "platform/linux/wayland/CompanionMenu.h"
-#include "platform/linux/session/LinuxInputSource.h"
 #include "platform/linux/wayland/NativeEdit.h"
 #include "platform/linux/wayland/NativeRoute.h"
-#include "platform/linux/session/QtClipboard.h"
-#include "platform/linux/session/QtScreens.h"
 #include "platform/linux/wayland/RoutedAx.h"
 #include "platform/linux/wayland/RoutedClipboard.h"
 #include "platform/linux/wayland/RoutedKeyTap.h"
@@ -40,12 +40,16 @@ struct Desktop::Parts {
     AtspiKeyTap nativeTap{ax, route};
     RoutedWorkspace routedWorkspace{route, workspace};
     RoutedAx routedAx{route, ax, edit, nativeTap, screens, companion};
-    RoutedKeyboard routedKeyboard{route, keyboard, edit};
+    RoutedKeyboard routedKeyboard{route, keyboard, edit, companion};
     RoutedKeyTap routedKeyTap{route, keyTap, nativeTap, companion, companionTap};
-    RoutedClipboard routedClipboard{route, clipboard, edit};
+    RoutedClipboard routedClipboard{route, clipboard, edit, companion};
 };
 
-Desktop::Desktop() : parts_(std::make_unique<Parts>()) {}
+Desktop::Desktop() : parts_(std::make_unique<Parts>()) {
+    const auto pasted = [this] { parts_->clipboard.pastePressed(); };
+    parts_->keyboard.onPaste(pasted);
+    parts_->routedKeyboard.onPaste(pasted);
+}
 
 Desktop::~Desktop() = default;
 
@@ -57,9 +61,9 @@ bool Desktop::waylandSession() {
 platform::Platform Desktop::platform(platform::Defaults& defaults, platform::Clock& clock) {
     Parts& p = *parts_;
     if (waylandSession())
-        return platform::Platform{p.routedAx,        p.routedWorkspace, p.routedKeyboard,
-                                  p.routedKeyTap,    p.routedClipboard, p.screens,
-                                  p.inputSource,     defaults,          clock};
+        return platform::Platform{p.routedAx,     p.routedWorkspace, p.routedKeyboard,
+                                  p.routedKeyTap, p.routedClipboard, p.screens,
+                                  p.inputSource,  defaults,          clock};
     return platform::Platform{p.ax,      p.workspace,   p.keyboard, p.keyTap, p.clipboard,
                               p.screens, p.inputSource, defaults,   clock};
 }

@@ -16,6 +16,7 @@ constexpr int kRetryMs = 20;
 class TransientData : public QMimeData {
 public:
     bool read() const { return read_; }
+    void forgetReads() { read_ = false; }
 
 protected:
     QVariant retrieveData(const QString& format, QMetaType type) const override {
@@ -64,6 +65,11 @@ bool QtClipboard::awaitingPaste() const {
 void QtClipboard::cancelPending() {
     pending_.reset();
     retry_.stop();
+}
+
+void QtClipboard::pastePressed() {
+    if (auto* data = dynamic_cast<TransientData*>(transient_.data())) data->forgetReads();
+    written_.restart();
 }
 
 platform::ClipContents QtClipboard::save() {

@@ -27,6 +27,9 @@ public:
     bool restoreWaiting() const override { return pending_.has_value(); }
     void writeTransientText(const QString& text) override;
     void writeText(const QString& text) override;
+    // The paste key was just pressed. Only a read after it is the paste: a clipboard manager
+    // (GNOME's keeps a copy of every new clipboard) reads it at once, before any paste.
+    void pastePressed();
 
 private:
     bool ownsTransient() const;

@@ -21,11 +21,16 @@ constexpr char kInsert[] = "object:text-changed:insert";
 
 std::optional<int> codeOf(unsigned keysym) {
     switch (keysym) {
-        case 0xff09: return platform::key::Tab;
-        case 0xff1b: return platform::key::Esc;
-        case 0xff52: return platform::key::Up;
-        case 0xff54: return platform::key::Down;
-        default: return std::nullopt;
+        case 0xff09:
+            return platform::key::Tab;
+        case 0xff1b:
+            return platform::key::Esc;
+        case 0xff52:
+            return platform::key::Up;
+        case 0xff54:
+            return platform::key::Down;
+        default:
+            return std::nullopt;
     }
 }
 
@@ -105,8 +110,7 @@ bool AtspiKeyTap::key(unsigned keysym, unsigned modifiers) {
 
 void AtspiKeyTap::onInsert(AtspiEvent* event, void* self) {
     if (event && event->source)
-        static_cast<AtspiKeyTap*>(self)->takeBackTab(
-            AtElement::wrap(AtRef::retain(event->source)));
+        static_cast<AtspiKeyTap*>(self)->takeBackTab(AtElement::wrap(AtRef::retain(event->source)));
     if (event) g_boxed_free(ATSPI_TYPE_EVENT, event);
 }
 

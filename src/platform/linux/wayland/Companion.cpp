@@ -8,6 +8,7 @@
 #include <QDBusReply>
 
 #include "main/Log.h"
+#include "platform/linux/wayland/NativeRoute.h"
 
 namespace linuxdesk {
 
@@ -121,6 +122,14 @@ void Companion::wantKeys(bool wanted) {
 
 void Companion::passKey(const QString& key) {
     call("PassKey", {key});
+}
+
+void Companion::pressShortcut(const QString& shortcut) {
+    call("PressShortcut", {shortcut});
+}
+
+bool pastesForReal(const NativeRoute& route, const Companion& companion) {
+    return route.native() && route.web() && companion.present();
 }
 
 void Companion::setMenu(const QString& iconPath, const QString& rowsJson) {

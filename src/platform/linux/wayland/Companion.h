@@ -39,6 +39,8 @@ public:
 
     void wantKeys(bool wanted);
     void passKey(const QString& key);
+    // "ctrl+v" or "ctrl+a", pressed for the focused window.
+    void pressShortcut(const QString& shortcut);
 
     void setMenu(const QString& iconPath, const QString& rowsJson);
     void hideMenu();
@@ -65,5 +67,11 @@ private:
     std::optional<Window> window_;
     QElapsedTimer windowAge_;
 };
+
+class NativeRoute;
+// Whether the frontmost native window is edited as on X11, by selection, clipboard and a real
+// paste, which the companion presses: a web browser's, whose page editors ignore text put in
+// any other way.
+bool pastesForReal(const NativeRoute& route, const Companion& companion);
 
 }  // namespace linuxdesk

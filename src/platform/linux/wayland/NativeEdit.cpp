@@ -16,8 +16,7 @@ constexpr int kEditKeepMs = 2000;
 
 bool NativeEdit::select(const platform::Element& element, const platform::Range& range) {
     const auto text = ax_.value(element);
-    if (!text || range.location < 0 || range.length < 0 || range.end() > text->size())
-        return false;
+    if (!text || range.location < 0 || range.length < 0 || range.end() > text->size()) return false;
     kept_ = Kept{element, range, {}};
     kept_->age.start();
     return true;
@@ -49,7 +48,8 @@ void NativeEdit::paste() {
     const auto text = std::exchange(held_, std::nullopt);
     const auto kept = std::exchange(kept_, std::nullopt);
     if (!text) return;
-    platform::Element element = kept && kept->age.elapsed() <= kEditKeepMs ? kept->element : nullptr;
+    platform::Element element =
+        kept && kept->age.elapsed() <= kEditKeepMs ? kept->element : nullptr;
     std::optional<platform::Range> range;
     if (element) {
         range = kept->range;

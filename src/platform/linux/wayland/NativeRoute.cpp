@@ -46,7 +46,9 @@ std::optional<platform::RunningApp> NativeRoute::frontmost() {
         front_.reset();
         return std::nullopt;
     }
-    front_ = Front{bus, identity_.resolve(*pid, processNames(*pid))};
+    const QString toolkit = at::toolkit(at::application(latest)).value_or(QString());
+    front_ = Front{bus, identity_.resolve(*pid, processNames(*pid)),
+                   toolkit == QLatin1String("Gecko") || toolkit == QLatin1String("Chromium")};
     return front_->app;
 }
 

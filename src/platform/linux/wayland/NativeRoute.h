@@ -11,8 +11,8 @@
 
 #include "platform/Ax.h"
 #include "platform/Workspace.h"
-#include "platform/linux/session/AppIdentity.h"
 #include "platform/linux/atspi/AtRef.h"
+#include "platform/linux/session/AppIdentity.h"
 #include "platform/linux/session/DesktopEntries.h"
 
 namespace linuxdesk {
@@ -33,6 +33,9 @@ public:
     bool owns(const platform::Element& element) const;
     // Its focused element; null when not native or nothing is focused.
     platform::Element focused();
+    // Whether it is a web browser (Gecko or Chromium), whose page editors take text only from a
+    // real paste.
+    bool web() const { return front_ && front_->web; }
     // Its display name, for the log.
     QString name() const { return front_ ? front_->app.name : QString(); }
 
@@ -47,6 +50,7 @@ private:
     struct Front {
         QString bus;
         platform::RunningApp app;
+        bool web = false;
     };
 
     X11Workspace& x11_;

@@ -102,7 +102,8 @@ std::optional<platform::Rect> RoutedAx::placed(const platform::Element& element,
 
 bool RoutedAx::setAttribute(const platform::Element& element, const QString& name,
                             const platform::Value& value) {
-    if (native(element) && name == QLatin1String("AXSelectedTextRange")) {
+    if (native(element) && name == QLatin1String("AXSelectedTextRange") &&
+        !pastesForReal(route_, companion_)) {
         const auto* range = std::get_if<platform::Range>(&value);
         return range && edit_.select(element, *range);
     }

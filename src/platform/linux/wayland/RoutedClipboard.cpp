@@ -1,5 +1,6 @@
 #include "platform/linux/wayland/RoutedClipboard.h"
 
+#include "platform/linux/wayland/Companion.h"
 #include "platform/linux/wayland/NativeEdit.h"
 #include "platform/linux/wayland/NativeRoute.h"
 
@@ -19,7 +20,8 @@ bool untouched(const platform::ClipContents& contents) {
 }  // namespace
 
 platform::ClipContents RoutedClipboard::save() {
-    if (route_.native()) return {platform::ClipItem{{{kUntouched, QByteArray()}}}};
+    if (route_.native() && !pastesForReal(route_, companion_))
+        return {platform::ClipItem{{{kUntouched, QByteArray()}}}};
     return x11_.save();
 }
 
@@ -32,7 +34,7 @@ bool RoutedClipboard::restoreWaiting() const {
 }
 
 void RoutedClipboard::writeTransientText(const QString& text) {
-    if (route_.native())
+    if (route_.native() && !pastesForReal(route_, companion_))
         edit_.hold(text);
     else
         x11_.writeTransientText(text);

@@ -15,9 +15,12 @@ class XGrabKeyTap;
 
 class RoutedKeyTap : public platform::KeyTap {
 public:
-    RoutedKeyTap(NativeRoute& route, XGrabKeyTap& x11, AtspiKeyTap& native,
-                 Companion& companion, CompanionKeyTap& companionTap)
-        : route_(route), x11_(x11), native_(native), companion_(companion),
+    RoutedKeyTap(NativeRoute& route, XGrabKeyTap& x11, AtspiKeyTap& native, Companion& companion,
+                 CompanionKeyTap& companionTap)
+        : route_(route),
+          x11_(x11),
+          native_(native),
+          companion_(companion),
           companionTap_(companionTap) {}
     bool install(Handler handler) override;
     void setWanted(bool wanted) override;

@@ -121,6 +121,7 @@ void XTestKeyboard::send(int code, quint64 flags) {
     for (auto it = mods.rbegin(); it != mods.rend(); ++it)
         XTestFakeKeyEvent(display_, *it, False, CurrentTime);
     XFlush(display_);
+    if (pasted_ && code == platform::key::V && flags == platform::flag::Command) pasted_();
 }
 
 }  // namespace linuxdesk

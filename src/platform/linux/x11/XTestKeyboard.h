@@ -4,6 +4,7 @@
 // moves), other Option keys are Alt, and Forward Delete is Delete.
 
 #include <QtGlobal>
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -29,12 +30,16 @@ public:
     void hold() { ++held_; }
     void release();
 
+    // Called once a paste key (Control+V) went out.
+    void onPaste(std::function<void()> pasted) { pasted_ = std::move(pasted); }
+
 private:
     void send(int code, quint64 flags);
     void waitForModifiersUp();
 
     _XDisplay* display_ = nullptr;
     int held_ = 0;
+    std::function<void()> pasted_;
     std::vector<std::pair<int, quint64>> pending_;
 };
 
