@@ -1,7 +1,9 @@
 #include "platform/linux/atspi/Atspi.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QSet>
+#include <map>
 
 #include "platform/linux/atspi/Stalls.h"
 
@@ -38,10 +40,26 @@ void setTimeouts(int callMs, int startupMs) {
 // Runs one call into a's application with an error slot; an error (always freed) turns the
 // answer into absent, and so does an application that stopped answering (see Stalls), which is
 // not called at all between its probes.
+// Whether a bus name is this process's own (Qt's accessibility bridge, once a window of ours
+// showed): a blocking call into it waits out its whole timeout, since the answer would come
+// from the very thread that waits. Asked of the bus, once a name: names are never reused.
+bool ownBus(const AtRef& a, const QString& bus) {
+    static std::map<QString, bool> known;
+    if (const auto it = known.find(bus); it != known.end()) return it->second;
+    GError* error = nullptr;
+    const guint pid = atspi_accessible_get_process_id(a.get(), &error);
+    if (error) {
+        g_error_free(error);
+        return false;
+    }
+    return known[bus] = qint64(pid) == QCoreApplication::applicationPid();
+}
+
 template <typename F>
 auto guarded(const AtRef& a, F&& call)
     -> std::optional<decltype(call(static_cast<GError**>(nullptr)))> {
     const QString bus = busName(a);
+    if (!bus.isEmpty() && ownBus(a, bus)) return std::nullopt;
     Stalls& stalls = Stalls::shared();
     const Stalls::Call how = bus.isEmpty() ? Stalls::Call::Normal : stalls.before(bus, nowMs());
     if (how == Stalls::Call::Skip) return std::nullopt;
@@ -56,7 +74,9 @@ auto guarded(const AtRef& a, F&& call)
     if (error) g_error_free(error);
     if (probe) atspi_set_timeout(callTimeoutMs, kStartupTimeoutMs);
     if (!bus.isEmpty() && (probe || callTimeoutMs == kCallTimeoutMs))
-        stalls.after(bus, how, failed && clock.elapsed() >= limit * 9 / 10, nowMs());
+        // Some calls come back without an error when their answer timed out (libatspi falls
+        // back on what it has): the time taken tells a stopped application, not the error.
+        stalls.after(bus, how, clock.elapsed() >= limit * 9 / 10, nowMs());
     if (failed) return std::nullopt;
     return result;
 }
