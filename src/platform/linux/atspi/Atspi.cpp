@@ -74,9 +74,7 @@ auto guarded(const AtRef& a, F&& call)
     if (error) g_error_free(error);
     if (probe) atspi_set_timeout(callTimeoutMs, kStartupTimeoutMs);
     if (!bus.isEmpty() && (probe || callTimeoutMs == kCallTimeoutMs))
-        // Some calls come back without an error when their answer timed out (libatspi falls
-        // back on what it has): the time taken tells a stopped application, not the error.
-        stalls.after(bus, how, clock.elapsed() >= limit * 9 / 10, nowMs());
+        stalls.after(bus, how, failed && clock.elapsed() >= limit * 9 / 10, nowMs());
     if (failed) return std::nullopt;
     return result;
 }
