@@ -57,6 +57,7 @@ touch "$XDG_DATA_HOME/gnome-shell/lock-warning-shown"
 
 session_bus
 session_a11y
+x11_socket_folder
 
 # The shell gives up without a system bus; an empty one will do (no logind, no accounts).
 cat >"$work/system-bus.conf" <<EOF

@@ -29,6 +29,14 @@ session_end() {
     rm -rf "$work"
 }
 
+# Xwayland under mutter (GNOME Shell too) needs the X sockets' folder to exist, shared and
+# sticky; where it does not yet (a machine that never ran an X server), mutter makes it unwritable
+# and gives up. Xvfb makes its own.
+x11_socket_folder() {
+    [ "$(stat -c %a /tmp/.X11-unix 2>/dev/null)" = 1777 ] && return
+    mkdir -p /tmp/.X11-unix 2>/dev/null && chmod 1777 /tmp/.X11-unix 2>/dev/null || true
+}
+
 # A runtime folder and a session bus of this desktop alone.
 session_bus() {
     export XDG_RUNTIME_DIR="$work/runtime"

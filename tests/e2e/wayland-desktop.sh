@@ -44,6 +44,7 @@ export XDG_SESSION_TYPE=wayland
 
 session_bus
 session_a11y
+x11_socket_folder
 
 # Mutter tells the programs it starts where its displays are; one of them reports them here
 # and stays until mutter ends (mutter stops when that program ends).
