@@ -393,7 +393,6 @@ bool AtspiAx::setAttribute(const platform::Element& element, const QString& name
             QElapsedTimer waited;
             waited.start();
             while (waited.elapsed() < kSelectionSettleMs) {
-                if (document) document_.forget();  // its read is kept for a moment
                 const auto now =
                     document ? document_.selectedRange(ref, unit)
                              : axtext::selectedRange(ref, *text, unit, selectionUnitOf(ref));

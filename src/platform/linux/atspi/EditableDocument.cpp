@@ -2,22 +2,24 @@
 
 #include "platform/linux/atspi/AxText.h"
 
+#include <QHash>
+#include <algorithm>
+
 #include "main/Log.h"
 
 namespace linuxdesk {
 
 namespace {
 
-// Read again at every change: enough for the quoted text of a long message, which is cut far
-// shorter anyway; a larger body is read only that far, which the log says once.
-constexpr int kMaxBlocks = 1000;
+// A body of more blocks than this is read only that far, which the log says once: far more
+// than the longest quoted thread, but a bound on what one read may cost.
+constexpr int kMaxBlocks = 20000;
 constexpr int kMaxDepth = 40;
-// Long enough for the reads of one engine tick, short enough to see the next keystroke. An
-// application that announces its text changes and has announced none since the read keeps it
-// longer: a long body is then not read block by block on every tick while the user sits still
-// (read again after a while all the same, in case an announcement went missing).
+// A read is kept for the reads of one engine tick, short enough to see the next keystroke;
+// after that only some blocks are read again (see update): what the application announced,
+// those around the caret, and this many more in turn.
 constexpr int kKeepMs = 50;
-constexpr int kQuietKeepMs = 30000;
+constexpr int kSweepBlocks = 16;
 // Whether a page is editable is asked on every read of it, and changes only with the page.
 constexpr int kVerdictMs = 1000;
 
@@ -84,29 +86,185 @@ bool EditableDocument::editablePage(const AtRef& document) {
     return editable;
 }
 
-Block EditableDocument::blockOf(const AtRef& element, QString text, int depth,
-                                std::vector<AtRef>& refs, std::vector<QString>& texts) {
-    Block block;
-    block.text = std::move(text);
-    refs.push_back(element);
-    texts.push_back(block.text);
-    if (!element || depth >= kMaxDepth) return block;
+EditableDocument::Node EditableDocument::nodeOf(const AtRef& element, QString text, int depth,
+                                                std::vector<Node>* reuse) {
+    Node node;
+    node.ref = element;
+    node.key = element ? at::key(element) : QString();
+    node.text = std::move(text);
+    readChildren(node, depth, reuse);
+    return node;
+}
+
+void EditableDocument::readChildren(Node& node, int depth, std::vector<Node>* reuse) {
+    node.children.clear();
+    const int placeholders = int(node.text.count(kEmbeddedObject));
+    if (!node.ref || depth >= kMaxDepth || placeholders == 0) return;
+    QHash<QString, Node*> known;
+    if (reuse)
+        for (Node& n : *reuse)
+            if (n.ref) known.insert(n.key, &n);
     // Only the children that have a placeholder in the text take part (see FlatText).
-    const int count =
-        std::min<int>(at::childCount(element).value_or(0), int(block.text.count(kEmbeddedObject)));
+    const int count = std::min(at::childCount(node.ref).value_or(0), placeholders);
     for (int i = 0; i < count && ++visited_ <= kMaxBlocks; ++i) {
-        const AtRef child = at::child(element, i);
-        Block b = blockOf(child, child ? at::text(child).value_or(QString()) : QString(), depth + 1,
-                          refs, texts);
+        const AtRef child = at::child(node.ref, i);
+        if (Node* old = child ? known.take(at::key(child)) : nullptr) {
+            node.children.push_back(std::move(*old));
+            continue;
+        }
+        Node n = nodeOf(child, child ? at::text(child).value_or(QString()) : QString(), depth + 1,
+                        nullptr);
         if (child) {
             // Gecko names the CSS display of each element; other toolkits only the role.
             const auto display = displayOf(cache_.attributes(child));
-            b.inlined = display ? display->startsWith(QLatin1String("inline"))
+            n.inlined = display ? display->startsWith(QLatin1String("inline"))
                                 : !blockRole(cache_.role(child).value_or(ATSPI_ROLE_INVALID));
         }
-        block.children.push_back(std::move(b));
+        node.children.push_back(std::move(n));
     }
+}
+
+namespace {
+
+Block blockOf(const auto& node, std::vector<AtRef>& refs, std::vector<QString>& texts) {
+    refs.push_back(node.ref);
+    texts.push_back(node.text);
+    Block block{node.text, node.inlined, {}};
+    block.children.reserve(node.children.size());
+    for (const auto& child : node.children) block.children.push_back(blockOf(child, refs, texts));
     return block;
+}
+
+}  // namespace
+
+void EditableDocument::index(Read& r) {
+    r.refs.clear();
+    r.texts.clear();
+    r.flat = FlatText(blockOf(r.root, r.refs, r.texts));
+    r.nodes.clear();
+    const auto walk = [&r](auto& self, Node& node) -> void {
+        r.nodes.push_back(&node);
+        for (Node& child : node.children) self(self, child);
+    };
+    walk(walk, r.root);
+}
+
+std::optional<EditableDocument::Read> EditableDocument::readWhole(const AtRef& document,
+                                                                  const QString& key,
+                                                                  quint64 latest) {
+    auto text = at::text(document);
+    const bool textless = !text && !cache_.hasText(document);
+    if (textless)
+        text = QString(std::min(at::childCount(document).value_or(0), kMaxBlocks), kEmbeddedObject);
+    if (!text || (textless && text->isEmpty())) return std::nullopt;
+    visited_ = 0;
+    Read r;
+    r.key = key;
+    r.latest = latest;
+    r.textless = textless;
+    r.root = nodeOf(document, std::move(*text), 0, nullptr);
+    if (visited_ > kMaxBlocks && cutSaid_ != key) {
+        cutSaid_ = key;
+        glimmo::log(QStringLiteral("a document of more than %1 blocks is read only that far")
+                        .arg(kMaxBlocks));
+    }
+    r.age.start();
+    return r;
+}
+
+bool EditableDocument::reread(Read& r, std::vector<int> blocks, std::vector<int> reshape) {
+    // Children are looked at again the deepest first: taking a child over moves it.
+    const auto depth = [&r](int block) {
+        int d = 0;
+        while ((block = r.flat.parent(block)) >= 0) ++d;
+        return d;
+    };
+    std::sort(blocks.begin(), blocks.end());
+    blocks.erase(std::unique(blocks.begin(), blocks.end()), blocks.end());
+    std::vector<std::pair<int, int>> outlines;  // (depth, block)
+    bool changed = false;
+    for (const int block : reshape) outlines.push_back({depth(block), block});
+    for (const int block : blocks) {
+        Node& node = *r.nodes[size_t(block)];
+        if (r.textless && block == 0) {
+            // Its blocks come and go without a text of its own to announce it.
+            const auto count = at::childCount(node.ref);
+            if (!count) return false;
+            if (*count == int(node.children.size())) continue;
+            node.text = QString(std::min(*count, kMaxBlocks), kEmbeddedObject);
+            outlines.push_back({0, 0});
+            continue;
+        }
+        if (!node.ref) continue;
+        auto text = at::text(node.ref);
+        // An element without text (an image, say) reads as empty, as in a whole read; one whose
+        // text is gone has left, and what took its place is not known here.
+        if (!text && (block == 0 || !node.text.isEmpty())) return false;
+        if (!text || *text == node.text) continue;
+        const bool nests = text->contains(kEmbeddedObject) || node.text.contains(kEmbeddedObject);
+        node.text = std::move(*text);
+        changed = true;
+        if (nests) outlines.push_back({depth(block), block});
+    }
+    std::sort(outlines.begin(), outlines.end(), std::greater<>());
+    outlines.erase(std::unique(outlines.begin(), outlines.end()), outlines.end());
+    visited_ = 0;
+    for (const auto& [d, block] : outlines) {
+        Node& node = *r.nodes[size_t(block)];
+        std::vector<Node> old = std::move(node.children);
+        readChildren(node, d, &old);
+    }
+    // Joining the blocks again costs as much as a few calls: only when something changed.
+    if (changed || !outlines.empty()) index(r);
+    r.age.restart();
+    return true;
+}
+
+bool EditableDocument::announced(Read& r, std::vector<int>& blocks, std::vector<int>& reshape) {
+    const TextEvents* events = cache_.events();
+    const auto changed = events ? events->changedSince(at::busName(r.root.ref), r.latest)
+                                : std::nullopt;
+    if (!changed) return false;
+    QHash<QString, int> blockOf;
+    for (size_t i = 0; i < r.nodes.size(); ++i) blockOf.insert(r.nodes[i]->key, int(i));
+    for (const QString& key : *changed) {
+        if (const auto it = blockOf.constFind(key); it != blockOf.constEnd()) {
+            blocks.push_back(*it);
+            continue;
+        }
+        if (r.outside.contains(key)) continue;
+        // An element not read: new in the document (the nearest block read holds it, and its
+        // children are looked at again) or outside it (nothing to do, and remembered).
+        AtRef e = events->element(key);
+        bool inside = false;
+        for (int up = 0; e && up < kMaxDepth && !inside; ++up) {
+            e = at::parent(e);
+            const auto it = e ? blockOf.constFind(at::key(e)) : blockOf.constEnd();
+            if ((inside = it != blockOf.constEnd())) reshape.push_back(*it);
+        }
+        if (!inside) r.outside.insert(key);
+    }
+    return true;
+}
+
+bool EditableDocument::update(Read& r, quint64 latest) {
+    // The document's own text (its outline, and whether it is still there at all: an editor
+    // may replace its editable element) and the blocks down to the caret, where the user
+    // writes; then a few more blocks in turn, since applications do not announce every change
+    // (Gecko says nothing of text a page puts into a paragraph it has just made).
+    std::vector<int> blocks, reshape;
+    for (int block = caretBlock_ < r.flat.blocks() ? caretBlock_ : 0; block >= 0;
+         block = r.flat.parent(block))
+        blocks.push_back(block);
+    const int count = r.flat.blocks();
+    for (int i = 0; i < std::min(kSweepBlocks, count); ++i) {
+        r.sweep = (r.sweep + 1) % count;
+        blocks.push_back(r.sweep);
+    }
+    if (latest != r.latest && !announced(r, blocks, reshape)) return false;
+    if (!reread(r, std::move(blocks), std::move(reshape))) return false;
+    r.latest = latest;
+    return true;
 }
 
 const EditableDocument::Read* EditableDocument::read(const AtRef& document) {
@@ -114,30 +272,12 @@ const EditableDocument::Read* EditableDocument::read(const AtRef& document) {
     const TextEvents* events = cache_.events();
     const quint64 latest = events ? events->latestIn(at::busName(document)) : 0;
     if (read_ && read_->key == key &&
-        (read_->age.elapsed() < kKeepMs ||
-         (latest != 0 && latest == read_->latest && read_->age.elapsed() < kQuietKeepMs)))
+        (read_->age.elapsed() < kKeepMs || update(*read_, latest)))
         return &*read_;
-    auto text = at::text(document);
-    const bool textless = !text && !cache_.hasText(document);
-    if (textless)
-        text = QString(std::min(at::childCount(document).value_or(0), kMaxBlocks), kEmbeddedObject);
-    if (!text || (textless && text->isEmpty())) {
-        read_.reset();
-        return nullptr;
-    }
-    std::vector<AtRef> refs;
-    std::vector<QString> texts;
-    visited_ = 0;
-    const Block root = blockOf(document, std::move(*text), 0, refs, texts);
-    if (visited_ > kMaxBlocks && cutSaid_ != key) {
-        cutSaid_ = key;
-        glimmo::log(QStringLiteral("a document of more than %1 blocks is read only that far")
-                        .arg(kMaxBlocks));
-    }
-    read_.emplace(
-        Read{key, latest, {}, std::move(refs), std::move(texts), FlatText(root), textless});
-    read_->age.start();
-    return &*read_;
+    read_ = readWhole(document, key, latest);
+    caretBlock_ = 0;
+    if (read_) index(*read_);  // in its place: the numbering points into it
+    return read_ ? &*read_ : nullptr;
 }
 
 std::optional<QString> EditableDocument::text(const AtRef& document) {
@@ -164,7 +304,10 @@ std::optional<FlatText::Place> EditableDocument::caret(const Read& r, OffsetUnit
                 break;
             }
         }
-        if (!inner) return FlatText::Place{block, local};
+        if (!inner) {
+            caretBlock_ = block;
+            return FlatText::Place{block, local};
+        }
         block = *inner;
     }
 }
@@ -230,7 +373,6 @@ bool EditableDocument::setSelectedRange(const AtRef& document, const platform::R
     const AtRef& ref = r->refs[size_t(start.block)];
     if (range.length == 0) {
         const int offset = toolkitOffset(*r, start, unit);
-        forget();
         return ref && at::setCaret(ref, offset);
     }
     const FlatText::Place end = r->flat.fromFlat(range.end(), true);
@@ -238,7 +380,6 @@ bool EditableDocument::setSelectedRange(const AtRef& document, const platform::R
     const AtRef& holderRef = r->refs[size_t(holder)];
     const int from = toolkitOffset(*r, r->flat.lift(start, holder, false), unit);
     const int to = toolkitOffset(*r, r->flat.lift(end, holder, true), unit);
-    forget();
     return holderRef && at::setSelection(holderRef, from, to);
 }
 

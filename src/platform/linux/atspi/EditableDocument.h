@@ -4,9 +4,11 @@
 // than as one text (see FlatText), and Evolution's message body, a WebKit page made editable as
 // a whole, whose document has no text of its own: its blocks simply follow one another. The
 // text is the blocks' texts joined; the caret, the selection and screen positions are read from
-// and written to the block that holds them.
+// and written to the block that holds them. A document is read whole once; after that only the
+// blocks that may have changed are read again, so a long quoted thread costs little per poll.
 
 #include <QElapsedTimer>
+#include <QSet>
 #include <QString>
 #include <optional>
 #include <vector>
@@ -39,17 +41,29 @@ public:
     bool replace(const AtRef& document, const platform::Range& range, const QString& text,
                  OffsetUnit unit);
 
-    // After a write the text or the selection may have changed.
+    // After a write of text: read the document anew. (A selection is always read live.)
     void forget() { read_.reset(); }
 
 private:
+    // One element as read, with what it nests; kept so that a change is read block by block.
+    struct Node {
+        AtRef ref;
+        QString key;
+        QString text;          // its own text, a placeholder where each child sits
+        bool inlined = false;  // see Block
+        std::vector<Node> children;
+    };
     struct Read {
         QString key;
         quint64 latest = 0;  // the application's latest announced text change when read
-        QElapsedTimer age;
+        QElapsedTimer age;   // since the document was last read or brought up to date
+        Node root;
         std::vector<AtRef> refs;     // by block number
         std::vector<QString> texts;  // each block's own text
-        FlatText flat;
+        FlatText flat{Block{}};
+        std::vector<Node*> nodes;  // by block number
+        QSet<QString> outside;     // elements heard from that are not in the document
+        int sweep = 0;             // the block last read again in turn
         bool textless = false;  // the document's own text is made up, one placeholder a block
     };
     struct Verdict {
@@ -60,8 +74,23 @@ private:
     // WebKit marks a page made editable as a whole only in its text's attributes.
     bool editablePage(const AtRef& document);
     const Read* read(const AtRef& document);
-    Block blockOf(const AtRef& element, QString text, int depth, std::vector<AtRef>& refs,
-                  std::vector<QString>& texts);
+    // The whole document, block by block, not yet indexed.
+    std::optional<Read> readWhole(const AtRef& document, const QString& key, quint64 latest);
+    // The read brought up to date without reading every block; false when the document must
+    // be read whole.
+    bool update(Read& r, quint64 latest);
+    // The blocks whose application announced a change since the read, and those holding new
+    // elements it announced; false when announcements were forgotten.
+    bool announced(Read& r, std::vector<int>& blocks, std::vector<int>& reshape);
+    // Those blocks' own texts again, and the children of each whose placeholders changed and
+    // of those in reshape; false when the document must be read whole.
+    bool reread(Read& r, std::vector<int> blocks, std::vector<int> reshape = {});
+    // An element and what it nests; children of reuse with an unchanged key are taken over as
+    // they are instead of being read again.
+    Node nodeOf(const AtRef& element, QString text, int depth, std::vector<Node>* reuse);
+    void readChildren(Node& node, int depth, std::vector<Node>* reuse);
+    // The numbering, texts and joined text of the nodes read.
+    static void index(Read& r);
     // In a document with no text of its own only the block holding the caret answers one:
     // that block's place in the document's row of blocks.
     std::optional<int> caretBlock(const Read& r);
@@ -77,6 +106,7 @@ private:
     std::optional<Read> read_;
     std::optional<Verdict> verdict_;  // of the last text-less document asked about
     int visited_ = 0;
+    int caretBlock_ = 0;  // the block the caret was last found in
     QString cutSaid_;  // the last document the log said was read only in part
 };
 

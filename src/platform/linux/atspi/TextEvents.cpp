@@ -42,12 +42,27 @@ bool TextEvents::start() {
 
 quint64 TextEvents::changes(const QString& key) const {
     const auto it = texts_.find(key);
-    return it == texts_.end() ? 0 : it->second;
+    return it == texts_.end() ? 0 : it->second.stamp;
+}
+
+AtRef TextEvents::element(const QString& key) const {
+    const auto it = texts_.find(key);
+    return it == texts_.end() ? AtRef() : it->second.element;
 }
 
 quint64 TextEvents::latestIn(const QString& bus) const {
     const auto it = apps_.find(bus);
     return it == apps_.end() ? 0 : it->second;
+}
+
+std::optional<std::vector<QString>> TextEvents::changedSince(const QString& bus,
+                                                             quint64 since) const {
+    if (forgotten_ > since) return std::nullopt;
+    std::vector<QString> keys;
+    const QString prefix = bus + u'|';
+    for (const auto& [key, heard] : texts_)
+        if (heard.stamp > since && key.startsWith(prefix)) keys.push_back(key);
+    return keys;
 }
 
 void TextEvents::onEvent(AtspiEvent* event, void* self) {
@@ -58,9 +73,13 @@ void TextEvents::onEvent(AtspiEvent* event, void* self) {
 void TextEvents::heard(AtspiEvent* event) {
     if (!event || !event->source || !event->type) return;
     if (g_str_has_prefix(event->type, "object:text-changed")) {
-        const QString key = at::key(AtRef::retain(event->source));
-        if (!texts_.contains(key) && texts_.size() >= kMaxElements) texts_.clear();
-        texts_[key] = apps_[key.section(u'|', 0, 0)] = ++stamp_;
+        AtRef source = AtRef::retain(event->source);
+        const QString key = at::key(source);
+        if (!texts_.contains(key) && texts_.size() >= kMaxElements) {
+            texts_.clear();
+            forgotten_ = stamp_;
+        }
+        texts_[key] = {apps_[key.section(u'|', 0, 0)] = ++stamp_, std::move(source)};
     }
     // Events come while libatspi dispatches, possibly inside a call of ours: the engine hears
     // of them on the next turn of the event loop, once for a burst.

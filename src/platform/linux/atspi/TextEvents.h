@@ -9,9 +9,10 @@
 #include <QString>
 #include <functional>
 #include <map>
+#include <optional>
+#include <vector>
 
-typedef struct _AtspiEvent AtspiEvent;
-typedef struct _AtspiEventListener AtspiEventListener;
+#include "platform/linux/atspi/AtRef.h"
 
 namespace linuxdesk {
 
@@ -35,15 +36,25 @@ public:
     // A stamp of the latest text change announced anywhere in the application on bus; 0 while
     // it has announced none (then nothing can be known from its silence).
     quint64 latestIn(const QString& bus) const;
+    // The elements of the application on bus whose text changed after stamp since: what a
+    // document read then must read again. Nothing when some of those may have been forgotten.
+    std::optional<std::vector<QString>> changedSince(const QString& bus, quint64 since) const;
+    // The element of a key heard from, while it is remembered.
+    AtRef element(const QString& key) const;
 
 private:
     static void onEvent(AtspiEvent* event, void* self);
     void heard(AtspiEvent* event);
 
     AtspiEventListener* listener_ = nullptr;
-    std::map<QString, quint64> texts_;  // element key -> stamp of its latest text change
+    struct Heard {
+        quint64 stamp = 0;  // of its latest text change
+        AtRef element;
+    };
+    std::map<QString, Heard> texts_;  // by element key
     std::map<QString, quint64> apps_;   // bus name -> stamp of its latest text change
     quint64 stamp_ = 0;
+    quint64 forgotten_ = 0;  // the stamp when elements were last forgotten
     std::function<void()> changed_;
     bool wakePending_ = false;
     QObject context_;  // a wake still queued dies with this object
