@@ -1,7 +1,8 @@
 // Mail replies in a real Thunderbird, offline with a throwaway profile: a saved message is
 // opened and answered with Ctrl+R, the reply starting above the quote. The message body is a
 // rich-text document of paragraphs and a quote; Glimmo reads it as one text box, drafts three
-// replies from the quote, Tab puts the first in, and a paragraph typed below is rewritten.
+// replies from the quote, Tab puts the first in, and a paragraph typed below is rewritten. A
+// long thread below the reply is read to its end.
 #include <gtest/gtest.h>
 
 #include <QDir>
@@ -51,8 +52,39 @@ user_pref("toolkit.telemetry.reportingpolicy.firstRun", false);
 user_pref("app.update.disabledForTesting", true);
 )";
 
+// The same request with a long thread below it: an HTML message of that many paragraphs.
+QByteArray longThread(int paragraphs) {
+    QByteArray html = "<html><body><p>Hi Ben,</p><p>Can we move the launch review to Thursday? "
+                      "The deck is not ready yet.</p><blockquote>";
+    for (int i = 1; i <= paragraphs; ++i)
+        html += "<p>&gt; Line " + QByteArray::number(i) + " of the earlier thread.</p>";
+    html += "</blockquote></body></html>\n";
+    QByteArray message = kMessage;
+    message.replace("Content-Type: text/plain", "Content-Type: text/html");
+    return message.left(message.indexOf("\n\n") + 2) + html;
+}
+
 struct ThunderbirdOnDesktop : EngineOnDesktop {
     launchreview::MailClient thunderbird;
+
+    // Opens the message and answers it; false (with a failure said) when a window is missing.
+    bool reply(const QString& program, const QByteArray& eml) {
+        home.write(QStringLiteral("tb/user.js"), kPrefs);
+        home.write(QStringLiteral("launch.eml"), eml);
+        thunderbird.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        thunderbird.start(program, {"-offline", "-no-remote", "-profile", home.path() + "/tb",
+                                    home.path() + "/launch.eml"});
+        const QString message = windowNamed(QStringLiteral("Launch review - Mozilla"), 60000);
+        EXPECT_FALSE(message.isEmpty()) << "the message window did not open";
+        if (message.isEmpty()) return false;
+        // The window shows before its message is loaded; a reply asked too early is dropped.
+        QThread::msleep(1500);
+        desktop::xdotool({"windowactivate", "--sync", message});
+        desktop::xdotool({"key", "ctrl+r"});
+        const bool open = !windowNamed(QStringLiteral("Write: Re: Launch review"), 20000).isEmpty();
+        EXPECT_TRUE(open) << "the reply window did not open";
+        return open;
+    }
 };
 
 }  // namespace
@@ -61,8 +93,6 @@ TEST_F(ThunderbirdOnDesktop, ReplyAboveTheQuoteGetsDraftsAndATypedParagraphARewr
     ASSERT_TRUE(desktop.hasDisplay());
     const QString program = QStandardPaths::findExecutable(QStringLiteral("thunderbird"));
     if (program.isEmpty()) return launchreview::missingMailClient("Thunderbird", "thunderbird");
-    home.write(QStringLiteral("tb/user.js"), kPrefs);
-    home.write(QStringLiteral("launch.eml"), kMessage);
     answerWithDrafts(kDrafts);
 
     platform::Platform platform = desktop.platform(defaults, clock);
@@ -70,17 +100,7 @@ TEST_F(ThunderbirdOnDesktop, ReplyAboveTheQuoteGetsDraftsAndATypedParagraphARewr
     engine::Glimmo engine(platform, rules);
     engine.start();
     const overlay::Shown& shown = engine.bubble->shown();
-
-    thunderbird.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    thunderbird.start(program, {"-offline", "-no-remote", "-profile", home.path() + "/tb",
-                                home.path() + "/launch.eml"});
-    const QString message = windowNamed(QStringLiteral("Launch review - Mozilla"), 60000);
-    ASSERT_FALSE(message.isEmpty()) << "the message window did not open";
-    // The window shows before its message is loaded; a reply asked too early is dropped.
-    QThread::msleep(1500);
-    desktop::xdotool({"windowactivate", "--sync", message});
-    desktop::xdotool({"key", "ctrl+r"});
-    ASSERT_FALSE(windowNamed(QStringLiteral("Write: Re: Launch review"), 20000).isEmpty());
+    ASSERT_TRUE(reply(program, kMessage));
 
     ASSERT_TRUE(waitUntil([&] { return shown.options.size() == 3 && !shown.more; }, 30000))
         << log().toStdString();
@@ -110,4 +130,36 @@ TEST_F(ThunderbirdOnDesktop, ReplyAboveTheQuoteGetsDraftsAndATypedParagraphARewr
         [&] { return value().startsWith(kDrafts[0] + u'\n' + launchreview::kRewrite + u'\n'); },
         5000))
         << value().toStdString() << log().toStdString();
+}
+
+// A reply above a quoted thread of 3,000 paragraphs: the body is read to its end, the drafts
+// come, and the draft Tab puts in shows in the next read (the body is then read block by block).
+TEST_F(ThunderbirdOnDesktop, ReplyAboveAThreadOfThousandsOfParagraphsIsReadToItsEnd) {
+    ASSERT_TRUE(desktop.hasDisplay());
+    const QString program = QStandardPaths::findExecutable(QStringLiteral("thunderbird"));
+    if (program.isEmpty()) return launchreview::missingMailClient("Thunderbird", "thunderbird");
+    answerWithDrafts(kDrafts);
+
+    platform::Platform platform = desktop.platform(defaults, clock);
+    rules::AppRules rules(defaults);
+    engine::Glimmo engine(platform, rules);
+    engine.start();
+    const overlay::Shown& shown = engine.bubble->shown();
+    ASSERT_TRUE(reply(program, longThread(3000)));
+
+    ASSERT_TRUE(waitUntil([&] { return shown.options.size() == 3 && !shown.more; }, 60000))
+        << log().toStdString();
+    EXPECT_TRUE(request().contains(QStringLiteral("Can we move the launch review to Thursday?")))
+        << request().toStdString();
+    const platform::Element box = desktop::focusedElement(platform.ax, thunderbird.processId());
+    ASSERT_TRUE(box);
+    auto value = [&] { return desktop::string(platform.ax, box, "AXValue"); };
+    EXPECT_TRUE(value().contains(QStringLiteral("> Line 3000 of the earlier thread.")))
+        << value().right(200).toStdString();
+    EXPECT_FALSE(log().contains(QStringLiteral("is read only that far"))) << log().toStdString();
+
+    desktop::xdotool({"key", "Tab"});
+    settle();
+    EXPECT_TRUE(waitUntil([&] { return value().startsWith(kDrafts[0] + u'\n'); }, 5000))
+        << value().left(200).toStdString() << log().toStdString();
 }
