@@ -7,6 +7,8 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QThread>
+#include <csignal>
 
 #include "GtkEditor.h"
 #include "TempHome.h"
@@ -191,6 +193,38 @@ TEST_F(Tray, FinishedSetupTogglesAndFollowsTheFrontApp) {
     ASSERT_TRUE(second.waitForFinished(10000));
     EXPECT_EQ(second.exitCode(), 0);
     EXPECT_EQ(glimmo.state(), QProcess::Running);
+}
+
+// The application in front stops answering (SIGSTOP) with a paragraph in it: the menu answers
+// within a second every time it is opened, and the application is served again once it runs.
+TEST_F(Tray, AStoppedApplicationInFrontLeavesTheMenuAnswering) {
+    home.write(".config/Glimmo/defaults.json", R"({"name": "Alex"})");
+    const QString service = launch();
+    ASSERT_FALSE(service.isEmpty());
+    GtkEditor editor;
+    ASSERT_TRUE(editor.ready());
+    QProcess::execute("xdotool", {"type", "--delay", "20", "the courier comes at nine"});
+    const auto appRow = [&] {
+        for (const QString& label : labels(service))
+            if (label.startsWith("On in ")) return true;
+        return false;
+    };
+    ASSERT_TRUE(waitUntil(appRow, 10000));
+
+    ::kill(pid_t(editor.pid()), SIGSTOP);
+    struct Continue {
+        qint64 pid;
+        ~Continue() { ::kill(pid_t(pid), SIGCONT); }
+    } resume{editor.pid()};
+    TrayHost::setTimeout(1000);
+    for (int i = 0; i < 8; ++i) {
+        EXPECT_TRUE(host->openMenu(service)) << "opening " << i + 1;
+        QThread::msleep(400);  // polls go on meanwhile
+    }
+    TrayHost::setTimeout(5000);
+    ::kill(pid_t(editor.pid()), SIGCONT);
+    QProcess::execute("xdotool", {"type", "--delay", "20", " and leaves at ten"});
+    EXPECT_TRUE(waitUntil(appRow, 10000));
 }
 
 TEST_F(Tray, WithoutAnyTrayItSaysHowToReachTheSettings) {

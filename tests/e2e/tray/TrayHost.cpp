@@ -22,11 +22,13 @@ QDBusConnection bus() {
     return QDBusConnection::sessionBus();
 }
 
+int timeoutMs = 5000;  // see TrayHost::setTimeout
+
 // A call that keeps this process answering while it waits: the program may be asking this
 // process something itself (its accessibility bridge) at that very moment.
 QDBusMessage call(const QDBusMessage& message) {
-    QDBusPendingCall pending = bus().asyncCall(message, 5000);
-    testsupport::waitUntil([&] { return pending.isFinished(); }, 6000);
+    QDBusPendingCall pending = bus().asyncCall(message, timeoutMs);
+    testsupport::waitUntil([&] { return pending.isFinished(); }, timeoutMs + 1000);
     return pending.reply();
 }
 
@@ -149,4 +151,8 @@ QImage TrayHost::icon(const QString& service) {
     }
     arg.endArray();
     return best;
+}
+
+void TrayHost::setTimeout(int ms) {
+    timeoutMs = ms;
 }

@@ -36,6 +36,8 @@ public:
     std::optional<QList<TrayRow>> openMenu(const QString& service, QString path = {});
     // Clicks the row with that label; false when there is none or the item did not answer.
     bool click(const QString& service, const QString& label);
+    // How long a call to the item may take before it counts as unanswered (5 s at first).
+    static void setTimeout(int ms);
     // The item's largest icon.
     QImage icon(const QString& service);
 

@@ -11,12 +11,15 @@ namespace linuxdesk::at {
 
 namespace {
 
-// A call into a hung application gives up after 0.8 s (libatspi's own limit) instead of
-// D-Bus's 25 s, so the one wait a stopped application costs stays below a second; one that has
-// just started gets 5 s to finish building its tree. A probe of a stopped one waits 0.3 s.
-constexpr int kCallTimeoutMs = 800;
-constexpr int kStartupTimeoutMs = 5000;
-constexpr int kProbeTimeoutMs = 300;
+// A call into a hung application gives up after 0.5 s (libatspi's own limit) instead of
+// D-Bus's 25 s, so the one wait a stopped application costs stays well below a second; after
+// that it is not called until it answers a ping (see Stalls). libatspi would let calls run
+// longer into an application it met in the last few seconds (counted from when this process
+// first asked it, not from its start), so a hung application just come to the front held
+// everything for seconds: no such grace here; one still building its tree is simply pinged.
+constexpr int kCallTimeoutMs = 500;
+constexpr int kStartupTimeoutMs = 0;
+constexpr int kPingTimeoutMs = 2000;
 // GTK 4.8 makes the selection it is asked for but never answers; the keyboard must not wait
 // the full timeout for that. An application that kept silent once is not waited for again
 // (its bus name lasts as long as it runs).
@@ -37,44 +40,73 @@ void setTimeouts(int callMs, int startupMs) {
     atspi_set_timeout(callMs, startupMs);
 }
 
-// Runs one call into a's application with an error slot; an error (always freed) turns the
-// answer into absent, and so does an application that stopped answering (see Stalls), which is
-// not called at all between its probes.
+// Whether a call (of at least the usual limit) failed at its timeout: the application did not
+// answer, rather than answering with an error.
+bool timedOut(const QElapsedTimer& clock) {
+    return callTimeoutMs == kCallTimeoutMs && clock.elapsed() >= kCallTimeoutMs * 9 / 10;
+}
+
 // Whether a bus name is this process's own (Qt's accessibility bridge, once a window of ours
 // showed): a blocking call into it waits out its whole timeout, since the answer would come
-// from the very thread that waits. Asked of the bus, once a name: names are never reused.
+// from the very thread that waits. Asked of the bus, once a name: names are never reused. An
+// application that does not answer even this is left alone (see Stalls) and counts as own.
 bool ownBus(const AtRef& a, const QString& bus) {
     static std::map<QString, bool> known;
     if (const auto it = known.find(bus); it != known.end()) return it->second;
+    QElapsedTimer clock;
+    clock.start();
     GError* error = nullptr;
     const guint pid = atspi_accessible_get_process_id(a.get(), &error);
     if (error) {
         g_error_free(error);
-        return false;
+        if (!timedOut(clock)) return false;
+        Stalls::shared().stalled(bus, nowMs());
+        return true;
     }
     return known[bus] = qint64(pid) == QCoreApplication::applicationPid();
 }
 
+void pong(DBusPendingCall* pending, void* bus) {
+    DBusMessage* reply = dbus_pending_call_steal_reply(pending);
+    if (reply && dbus_message_get_type(reply) == DBUS_MESSAGE_TYPE_METHOD_RETURN)
+        Stalls::shared().answered(*static_cast<const QString*>(bus));
+    if (reply) dbus_message_unref(reply);
+    dbus_pending_call_unref(pending);
+}
+
+// Asks an application whether it answers again, without waiting: D-Bus's own Ping, which its
+// bus library answers from the same loop as the accessibility calls.
+void ping(const QString& bus) {
+    DBusConnection* connection = atspi_get_a11y_bus();
+    const QByteArray name = bus.toUtf8();
+    DBusMessage* message =
+        connection ? dbus_message_new_method_call(name.constData(), "/",
+                                                  "org.freedesktop.DBus.Peer", "Ping")
+                   : nullptr;
+    if (!message) return;
+    DBusPendingCall* pending = nullptr;
+    if (dbus_connection_send_with_reply(connection, message, &pending, kPingTimeoutMs) && pending)
+        dbus_pending_call_set_notify(pending, &pong, new QString(bus),
+                                     [](void* b) { delete static_cast<QString*>(b); });
+    dbus_message_unref(message);
+}
+
+// Runs one call into a's application with an error slot; an error (always freed) turns the
+// answer into absent, and so does an application that stopped answering, which is not called
+// at all until it answers a ping.
 template <typename F>
 auto guarded(const AtRef& a, F&& call)
     -> std::optional<decltype(call(static_cast<GError**>(nullptr)))> {
     const QString bus = busName(a);
-    if (!bus.isEmpty() && ownBus(a, bus)) return std::nullopt;
     Stalls& stalls = Stalls::shared();
-    const Stalls::Call how = bus.isEmpty() ? Stalls::Call::Normal : stalls.before(bus, nowMs());
-    if (how == Stalls::Call::Skip) return std::nullopt;
-    const bool probe = how == Stalls::Call::Probe;
-    const int limit = probe ? kProbeTimeoutMs : callTimeoutMs;
-    if (probe) atspi_set_timeout(kProbeTimeoutMs, 0);
+    if (!bus.isEmpty() && (stalls.skip(bus, nowMs()) || ownBus(a, bus))) return std::nullopt;
     QElapsedTimer clock;
     clock.start();
     GError* error = nullptr;
     auto result = call(&error);
     const bool failed = error != nullptr;
     if (error) g_error_free(error);
-    if (probe) atspi_set_timeout(callTimeoutMs, kStartupTimeoutMs);
-    if (!bus.isEmpty() && (probe || callTimeoutMs == kCallTimeoutMs))
-        stalls.after(bus, how, failed && clock.elapsed() >= limit * 9 / 10, nowMs());
+    if (failed && !bus.isEmpty() && timedOut(clock)) stalls.stalled(bus, nowMs());
     if (failed) return std::nullopt;
     return result;
 }
@@ -131,6 +163,7 @@ bool init() {
         // 0: connected; 1: already connected by someone else in this process.
         status = atspi_init();
         setTimeouts(kCallTimeoutMs, kStartupTimeoutMs);
+        Stalls::shared().setPing(&ping);
     }
     return status == 0 || status == 1;
 }

@@ -4,25 +4,27 @@
 
 namespace linuxdesk::at {
 
-Stalls::Call Stalls::before(const QString& bus, qint64 nowMs) {
-    const auto it = lastProbe_.find(bus);
-    if (it == lastProbe_.end()) return Call::Normal;
-    if (nowMs - *it < kProbeEveryMs) return Call::Skip;
-    *it = nowMs;
-    return Call::Probe;
+bool Stalls::skip(const QString& bus, qint64 nowMs) {
+    const auto it = lastPing_.find(bus);
+    if (it == lastPing_.end()) return false;
+    if (nowMs - *it >= kPingEveryMs && ping_) {
+        *it = nowMs;
+        ping_(bus);
+    }
+    return true;
 }
 
-void Stalls::after(const QString& bus, Call call, bool timedOut, qint64 nowMs) {
-    if (call == Call::Skip) return;
-    if (timedOut && call == Call::Normal) {
-        lastProbe_.insert(bus, nowMs);
-        glimmo::log(QStringLiteral("the application on %1 stopped answering; it is left alone "
-                                   "until it answers again")
-                        .arg(bus));
-    } else if (!timedOut && call == Call::Probe) {
-        lastProbe_.remove(bus);
+void Stalls::stalled(const QString& bus, qint64 nowMs) {
+    if (lastPing_.contains(bus)) return;
+    lastPing_.insert(bus, nowMs);
+    glimmo::log(QStringLiteral("the application on %1 stopped answering; it is left alone until "
+                               "it answers again")
+                    .arg(bus));
+}
+
+void Stalls::answered(const QString& bus) {
+    if (lastPing_.remove(bus))
         glimmo::log(QStringLiteral("the application on %1 answers again").arg(bus));
-    }
 }
 
 Stalls& Stalls::shared() {
