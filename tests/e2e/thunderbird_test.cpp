@@ -54,8 +54,9 @@ user_pref("app.update.disabledForTesting", true);
 
 // The same request with a long thread below it: an HTML message of that many paragraphs.
 QByteArray longThread(int paragraphs) {
-    QByteArray html = "<html><body><p>Hi Ben,</p><p>Can we move the launch review to Thursday? "
-                      "The deck is not ready yet.</p><blockquote>";
+    QByteArray html =
+        "<html><body><p>Hi Ben,</p><p>Can we move the launch review to Thursday? "
+        "The deck is not ready yet.</p><blockquote>";
     for (int i = 1; i <= paragraphs; ++i)
         html += "<p>&gt; Line " + QByteArray::number(i) + " of the earlier thread.</p>";
     html += "</blockquote></body></html>\n";

@@ -116,8 +116,8 @@ bool TrayHost::click(const QString& service, const QString& label) {
     if (!rows) return false;
     for (const TrayRow& row : *rows) {
         if (row.label != label) continue;
-        QDBusMessage event = QDBusMessage::createMethodCall(
-            service, path, kMenuInterface, QStringLiteral("Event"));
+        QDBusMessage event =
+            QDBusMessage::createMethodCall(service, path, kMenuInterface, QStringLiteral("Event"));
         event << row.id << QStringLiteral("clicked")
               << QVariant::fromValue(QDBusVariant(QVariant(0)))
               << uint(QDateTime::currentSecsSinceEpoch());

@@ -79,10 +79,10 @@ void pong(DBusPendingCall* pending, void* bus) {
 void ping(const QString& bus) {
     DBusConnection* connection = atspi_get_a11y_bus();
     const QByteArray name = bus.toUtf8();
-    DBusMessage* message =
-        connection ? dbus_message_new_method_call(name.constData(), "/",
-                                                  "org.freedesktop.DBus.Peer", "Ping")
-                   : nullptr;
+    DBusMessage* message = connection
+                               ? dbus_message_new_method_call(name.constData(), "/",
+                                                              "org.freedesktop.DBus.Peer", "Ping")
+                               : nullptr;
     if (!message) return;
     DBusPendingCall* pending = nullptr;
     if (dbus_connection_send_with_reply(connection, message, &pending, kPingTimeoutMs) && pending)

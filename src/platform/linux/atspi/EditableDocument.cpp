@@ -222,8 +222,8 @@ bool EditableDocument::reread(Read& r, std::vector<int> blocks, std::vector<int>
 
 bool EditableDocument::announced(Read& r, std::vector<int>& blocks, std::vector<int>& reshape) {
     const TextEvents* events = cache_.events();
-    const auto changed = events ? events->changedSince(at::busName(r.root.ref), r.latest)
-                                : std::nullopt;
+    const auto changed =
+        events ? events->changedSince(at::busName(r.root.ref), r.latest) : std::nullopt;
     if (!changed) return false;
     QHash<QString, int> blockOf;
     for (size_t i = 0; i < r.nodes.size(); ++i) blockOf.insert(r.nodes[i]->key, int(i));
@@ -271,8 +271,7 @@ const EditableDocument::Read* EditableDocument::read(const AtRef& document) {
     const QString key = at::key(document);
     const TextEvents* events = cache_.events();
     const quint64 latest = events ? events->latestIn(at::busName(document)) : 0;
-    if (read_ && read_->key == key &&
-        (read_->age.elapsed() < kKeepMs || update(*read_, latest)))
+    if (read_ && read_->key == key && (read_->age.elapsed() < kKeepMs || update(*read_, latest)))
         return &*read_;
     read_ = readWhole(document, key, latest);
     caretBlock_ = 0;

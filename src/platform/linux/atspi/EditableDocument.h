@@ -64,7 +64,7 @@ private:
         std::vector<Node*> nodes;  // by block number
         QSet<QString> outside;     // elements heard from that are not in the document
         int sweep = 0;             // the block last read again in turn
-        bool textless = false;  // the document's own text is made up, one placeholder a block
+        bool textless = false;     // the document's own text is made up, one placeholder a block
     };
     struct Verdict {
         QString key;
@@ -107,7 +107,7 @@ private:
     std::optional<Verdict> verdict_;  // of the last text-less document asked about
     int visited_ = 0;
     int caretBlock_ = 0;  // the block the caret was last found in
-    QString cutSaid_;  // the last document the log said was read only in part
+    QString cutSaid_;     // the last document the log said was read only in part
 };
 
 }  // namespace linuxdesk

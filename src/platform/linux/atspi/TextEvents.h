@@ -51,8 +51,8 @@ private:
         quint64 stamp = 0;  // of its latest text change
         AtRef element;
     };
-    std::map<QString, Heard> texts_;  // by element key
-    std::map<QString, quint64> apps_;   // bus name -> stamp of its latest text change
+    std::map<QString, Heard> texts_;   // by element key
+    std::map<QString, quint64> apps_;  // bus name -> stamp of its latest text change
     quint64 stamp_ = 0;
     quint64 forgotten_ = 0;  // the stamp when elements were last forgotten
     std::function<void()> changed_;
