@@ -5,7 +5,8 @@
 // every case; each case brings its own editor, so Glimmo also follows the focus from one
 // native application to the next. On the GNOME desktop (gnome-desktop.sh) Glimmo's companion
 // runs in the shell: the bubble then stands under the caret, found in the screen's pixels, and
-// the keys are taken before any window sees them, GTK 4's Esc included.
+// the keys are taken before any window sees them, GTK 4's Esc included. A native chat window's
+// drafts are chosen with the arrows.
 #include <gtest/gtest.h>
 
 #include <QProcess>
@@ -161,6 +162,35 @@ TEST_F(NativeRewrite, Gtk4TabApplies) {
     if (withCompanion())
         escDismisses(QStringLiteral("the lunch is moved to friday noon"),
                      QStringLiteral("Lunch is moved to Friday at noon."));
+}
+
+// A chat's empty message box gets three drafts: Down chooses the second, Tab puts it in, and
+// the window sees neither key.
+TEST_F(NativeRewrite, Gtk3ChatArrowsChooseAReply) {
+    const QStringList drafts{QStringLiteral("Yes, I can present it on Monday."),
+                             QStringLiteral("I can do it, send me the slides."),
+                             QStringLiteral("Not this week, sorry.")};
+    QByteArrayList quoted;
+    for (const QString& d : drafts) quoted << '"' + d.toUtf8() + '"';
+    glimmo->setScript("result [" + quoted.join(", ") + "]\n");
+    // Started as the desktop starts Slack from its launcher: a native window names no
+    // application, its launcher does.
+    qputenv("GIO_LAUNCHED_DESKTOP_FILE", "/usr/share/applications/slack.desktop");
+    editor = std::make_unique<GtkEditor>(QStringList{}, qEnvironmentVariable("GLIMMO_GTK_SLACK"));
+    qunsetenv("GIO_LAUNCHED_DESKTOP_FILE");
+    ASSERT_TRUE(editor->ready());
+    field = desktop::focusedElement(*ax, editor->pid());
+    ASSERT_TRUE(field) << "the message box has no accessible focus";
+    ASSERT_TRUE(bubbleShown(true)) << "no drafts appeared\n" << glimmo->log().toStdString();
+    pause(500);  // the list is complete
+    editor->clearKeys();
+    ASSERT_TRUE(desktop::waylandKeys("Down"));
+    pause(300);
+    ASSERT_TRUE(desktop::waylandKeys("Tab"));
+    EXPECT_TRUE(waitUntil([&] { return value() == drafts[1]; })) << value().toStdString();
+    const QStringList keys = editor->keys();
+    EXPECT_FALSE(keys.contains("Down 0") || keys.contains("Tab 0")) << keys.join(',').toStdString();
+    glimmo->setScript(answer(kRewrite));
 }
 
 }  // namespace
