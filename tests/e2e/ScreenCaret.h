@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QImage>
 #include <QPixmap>
+#include <QProcess>
 #include <QRect>
 #include <QScreen>
 #include <cstdlib>
@@ -56,6 +57,31 @@ inline std::optional<QRect> blinkingCaret(const QRect& ignored, int timeoutMs = 
         previous = std::move(shot);
     }
     return std::nullopt;
+}
+
+// The GNOME desktop's own screenshot (gnome-desktop.sh), native windows included; they are not
+// on the X display.
+inline QImage shellScreenshot() {
+    static testsupport::TempFolder folder;
+    const QString path = folder.path() + QStringLiteral("/screen.png");
+    if (QProcess::execute(qEnvironmentVariable("GLIMMO_GNOME_SCREENSHOT"), {path}) != 0) return {};
+    return QImage(path).convertToFormat(QImage::Format_RGB32);
+}
+
+// Whether a bubble's frame (which holds its shadow) starts just below the caret blinking in
+// the shell's screenshot, about 12 pixels left of it (the last character ends at the caret).
+inline std::optional<QString> bubbleOffCaret(const QRect& frame) {
+    const auto caret = blinkingCaret(frame, 3000, shellScreenshot);
+    if (!caret) return QStringLiteral("no caret blinks on the screen");
+    const int below = frame.top() - (caret->bottom() + 1);
+    const int left = caret->left() - (frame.left() + 12);
+    if (below >= 0 && below <= 16 && left >= -4 && left <= 32) return std::nullopt;
+    return QStringLiteral("bubble at %1,%2, caret %3,%4..%5")
+        .arg(frame.left())
+        .arg(frame.top())
+        .arg(caret->left())
+        .arg(caret->top())
+        .arg(caret->bottom());
 }
 
 }  // namespace desktop

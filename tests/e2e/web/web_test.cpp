@@ -18,6 +18,7 @@
 
 #include "Chromium.h"
 #include "EngineOnDesktop.h"
+#include "ScreenCaret.h"
 #include "Firefox.h"
 #include "WaylandKeys.h"
 #include "platform/linux/atspi/Atspi.h"
@@ -122,6 +123,13 @@ struct Web : EngineRunsOnDesktop {
         typeText(kTyped);
         ASSERT_TRUE(suggests(kRewrite, 20000)) << seen() << "title: " << frontTitle().toStdString();
         EXPECT_TRUE(request().contains(kTyped)) << request().toStdString();
+        if (nativeWindows()) {
+            // The companion tells where the native window is: the bubble stands at the caret.
+            const platform::Rect f = shown.frame;
+            const auto off = desktop::bubbleOffCaret(QRect(int(f.x), int(f.y), int(f.width),
+                                                           int(f.height)));
+            EXPECT_FALSE(off) << off->toStdString();
+        }
 
         pressKeys(QStringLiteral("Tab"));
         const QString rewritten = first + QStringLiteral(" ¶ ") + kRewrite;
