@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <QProcess>
+#include <iostream>
 
 #include "GlimmoRun.h"
 #include "GtkEditor.h"
@@ -29,6 +30,13 @@ const QRect kScreen(0, 0, 1280, 800);
 
 bool withCompanion() {
     return qEnvironmentVariableIsSet("GLIMMO_GNOME_SCREENSHOT");
+}
+
+// Keeps the shell's screenshot in the build folder for a person to look at.
+void keepShot(const char* name) {
+    const QString path = QStringLiteral(GLIMMO_SHOT_DIR "/") + QLatin1String(name);
+    if (withCompanion() && desktop::shellScreenshot().save(path))
+        std::cout << "screenshot: " << path.toStdString() << std::endl;
 }
 
 // What an X11 application finds on the clipboard (targets, text, image size).
@@ -84,6 +92,7 @@ protected:
         EXPECT_TRUE(kScreen.contains(frame))
             << frame.x() << "," << frame.y() << " " << frame.width() << "x" << frame.height();
         if (withCompanion()) bubbleUnderCaret(frame);
+        keepShot("e2e-gnome-suggestion.png");
     }
 
     static void bubbleUnderCaret(const QRect& frame) {
@@ -167,6 +176,7 @@ TEST_F(NativeRewrite, Gtk3ChatArrowsChooseAReply) {
     ASSERT_TRUE(field) << "the message box has no accessible focus";
     ASSERT_TRUE(bubbleShown(true)) << "no drafts appeared\n" << glimmo->log().toStdString();
     pause(500);  // the list is complete
+    keepShot("e2e-gnome-drafts.png");
     editor->clearKeys();
     ASSERT_TRUE(desktop::waylandKeys("Down"));
     pause(300);
