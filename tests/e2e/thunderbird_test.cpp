@@ -10,6 +10,7 @@
 #include <QStandardPaths>
 #include <QThread>
 #include <iostream>
+#include <memory>
 
 #include "DesktopHelpers.h"
 #include "EngineOnDesktop.h"
@@ -67,6 +68,22 @@ QByteArray longThread(int paragraphs) {
 
 struct ThunderbirdOnDesktop : EngineOnDesktop {
     launchreview::MailClient thunderbird;
+    std::unique_ptr<platform::Platform> desk;
+    std::unique_ptr<rules::AppRules> rules;
+    std::unique_ptr<engine::Glimmo> engine;
+
+    // Thunderbird's program, with the engine started and every request answered with the
+    // drafts; empty when Thunderbird is not installed.
+    QString start() {
+        const QString program = QStandardPaths::findExecutable(QStringLiteral("thunderbird"));
+        if (program.isEmpty()) return program;
+        answerWithDrafts(kDrafts);
+        desk = std::make_unique<platform::Platform>(desktop.platform(defaults, clock));
+        rules = std::make_unique<rules::AppRules>(defaults);
+        engine = std::make_unique<engine::Glimmo>(*desk, *rules);
+        engine->start();
+        return program;
+    }
 
     // Opens the message and answers it; false (with a failure said) when a window is missing.
     bool reply(const QString& program, const QByteArray& eml) {
@@ -92,15 +109,9 @@ struct ThunderbirdOnDesktop : EngineOnDesktop {
 
 TEST_F(ThunderbirdOnDesktop, ReplyAboveTheQuoteGetsDraftsAndATypedParagraphARewrite) {
     ASSERT_TRUE(desktop.hasDisplay());
-    const QString program = QStandardPaths::findExecutable(QStringLiteral("thunderbird"));
+    const QString program = start();
     if (program.isEmpty()) return launchreview::missingMailClient("Thunderbird", "thunderbird");
-    answerWithDrafts(kDrafts);
-
-    platform::Platform platform = desktop.platform(defaults, clock);
-    rules::AppRules rules(defaults);
-    engine::Glimmo engine(platform, rules);
-    engine.start();
-    const overlay::Shown& shown = engine.bubble->shown();
+    const overlay::Shown& shown = engine->bubble->shown();
     ASSERT_TRUE(reply(program, kMessage));
 
     ASSERT_TRUE(waitUntil([&] { return shown.options.size() == 3 && !shown.more; }, 30000))
@@ -115,9 +126,9 @@ TEST_F(ThunderbirdOnDesktop, ReplyAboveTheQuoteGetsDraftsAndATypedParagraphARewr
     if (QProcess::execute("import", {"-window", "root", shot}) == 0)
         std::cout << "screenshot of the drafts: " << shot.toStdString() << std::endl;
 
-    const platform::Element box = desktop::focusedElement(platform.ax, thunderbird.processId());
+    const platform::Element box = desktop::focusedElement(desk->ax, thunderbird.processId());
     ASSERT_TRUE(box);
-    auto value = [&] { return desktop::string(platform.ax, box, "AXValue"); };
+    auto value = [&] { return desktop::string(desk->ax, box, "AXValue"); };
     desktop::xdotool({"key", "Tab"});
     settle();
     ASSERT_TRUE(waitUntil([&] { return value().startsWith(kDrafts[0] + u'\n'); }, 5000))
@@ -137,24 +148,18 @@ TEST_F(ThunderbirdOnDesktop, ReplyAboveTheQuoteGetsDraftsAndATypedParagraphARewr
 // come, and the draft Tab puts in shows in the next read (the body is then read block by block).
 TEST_F(ThunderbirdOnDesktop, ReplyAboveAThreadOfThousandsOfParagraphsIsReadToItsEnd) {
     ASSERT_TRUE(desktop.hasDisplay());
-    const QString program = QStandardPaths::findExecutable(QStringLiteral("thunderbird"));
+    const QString program = start();
     if (program.isEmpty()) return launchreview::missingMailClient("Thunderbird", "thunderbird");
-    answerWithDrafts(kDrafts);
-
-    platform::Platform platform = desktop.platform(defaults, clock);
-    rules::AppRules rules(defaults);
-    engine::Glimmo engine(platform, rules);
-    engine.start();
-    const overlay::Shown& shown = engine.bubble->shown();
+    const overlay::Shown& shown = engine->bubble->shown();
     ASSERT_TRUE(reply(program, longThread(3000)));
 
     ASSERT_TRUE(waitUntil([&] { return shown.options.size() == 3 && !shown.more; }, 60000))
         << log().toStdString();
     EXPECT_TRUE(request().contains(QStringLiteral("Can we move the launch review to Thursday?")))
         << request().toStdString();
-    const platform::Element box = desktop::focusedElement(platform.ax, thunderbird.processId());
+    const platform::Element box = desktop::focusedElement(desk->ax, thunderbird.processId());
     ASSERT_TRUE(box);
-    auto value = [&] { return desktop::string(platform.ax, box, "AXValue"); };
+    auto value = [&] { return desktop::string(desk->ax, box, "AXValue"); };
     EXPECT_TRUE(value().contains(QStringLiteral("> Line 3000 of the earlier thread.")))
         << value().right(200).toStdString();
     EXPECT_FALSE(log().contains(QStringLiteral("is read only that far"))) << log().toStdString();
