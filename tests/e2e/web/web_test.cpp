@@ -18,8 +18,8 @@
 
 #include "Chromium.h"
 #include "EngineOnDesktop.h"
-#include "ScreenCaret.h"
 #include "Firefox.h"
+#include "ScreenCaret.h"
 #include "WaylandKeys.h"
 #include "platform/linux/atspi/Atspi.h"
 
@@ -126,8 +126,8 @@ struct Web : EngineRunsOnDesktop {
         if (nativeWindows()) {
             // The companion tells where the native window is: the bubble stands at the caret.
             const platform::Rect f = shown.frame;
-            const auto off = desktop::bubbleOffCaret(QRect(int(f.x), int(f.y), int(f.width),
-                                                           int(f.height)));
+            const auto off =
+                desktop::bubbleOffCaret(QRect(int(f.x), int(f.y), int(f.width), int(f.height)));
             EXPECT_FALSE(off) << off->toStdString();
         }
 
