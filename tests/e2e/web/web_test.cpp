@@ -7,7 +7,7 @@
 // xcb platform, which ctest sets. On the GNOME desktop (gnome-desktop.sh) Firefox runs as a
 // native Wayland window: keys go in through the compositor's remote-desktop keyboard, the
 // title is read from the accessibility bus, and Glimmo's companion in the shell takes Tab and
-// presses the paste.
+// Esc and presses the paste.
 #include <gtest/gtest.h>
 
 #include <QClipboard>
@@ -142,6 +142,23 @@ struct Web : EngineRunsOnDesktop {
         EXPECT_TRUE(
             waitUntil([&] { return model() == first + QStringLiteral(" ¶ ") + kTyped; }, 5000))
             << frontTitle().toStdString();
+        if (nativeWindows()) escDismisses();
+    }
+
+    // Esc, taken by the companion before the page sees it, dismisses a new paragraph's
+    // suggestion and leaves the paragraph as typed.
+    void escDismisses() {
+        const QString typed = QStringLiteral("the desk open at nine");
+        const QString rewrite = QStringLiteral("The desk opens at nine.");
+        testsupport::setStandinScript(home, "answer " + rewrite.toUtf8() + "\n");
+        pressKeys(QStringLiteral("End Return"));
+        typeText(typed);
+        ASSERT_TRUE(suggests(rewrite, 20000)) << seen();
+        pressKeys(QStringLiteral("Escape"));
+        EXPECT_TRUE(waitUntil([&] { return !engine.bubble->visible(); }, 3000));
+        EXPECT_TRUE(
+            waitUntil([&] { return model().endsWith(QStringLiteral(" ¶ ") + typed); }, 3000))
+            << model().toStdString();
     }
 
     bool open(Browser& b, const QString& browser, const QString& url) {
