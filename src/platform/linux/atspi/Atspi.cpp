@@ -14,10 +14,10 @@ namespace {
 // A call into a hung application gives up after 0.4 s (libatspi's own limit) instead of
 // D-Bus's 25 s; libatspi may wait up to twice its limit (it waits again in full when some other
 // message comes just before the end), so the one wait a stopped application costs stays below a
-// second; after that it is not called until it answers a ping (see Stalls). libatspi would let calls run
-// longer into an application it met in the last few seconds (counted from when this process
-// first asked it, not from its start), so a hung application just come to the front held
-// everything for seconds: no such grace here; one still building its tree is simply pinged.
+// second; after that it is not called until it answers a ping (see Stalls). libatspi would let
+// calls run longer into an application it met in the last few seconds (counted from when this
+// process first asked it, not from its start), so a hung application just come to the front
+// held everything for seconds: no such grace here; one still building its tree is pinged.
 constexpr int kCallTimeoutMs = 400;
 constexpr int kStartupTimeoutMs = 0;
 constexpr int kPingTimeoutMs = 2000;

@@ -126,27 +126,20 @@ void EditableDocument::readChildren(Node& node, int depth, std::vector<Node>* re
 
 namespace {
 
-Block blockOf(const auto& node, std::vector<AtRef>& refs, std::vector<QString>& texts) {
-    refs.push_back(node.ref);
-    texts.push_back(node.text);
+// The node's blocks for FlatText, numbered (in nodes) in the same order.
+Block blockOf(auto& node, auto& nodes) {
+    nodes.push_back(&node);
     Block block{node.text, node.inlined, {}};
     block.children.reserve(node.children.size());
-    for (const auto& child : node.children) block.children.push_back(blockOf(child, refs, texts));
+    for (auto& child : node.children) block.children.push_back(blockOf(child, nodes));
     return block;
 }
 
 }  // namespace
 
 void EditableDocument::index(Read& r) {
-    r.refs.clear();
-    r.texts.clear();
-    r.flat = FlatText(blockOf(r.root, r.refs, r.texts));
     r.nodes.clear();
-    const auto walk = [&r](auto& self, Node& node) -> void {
-        r.nodes.push_back(&node);
-        for (Node& child : node.children) self(self, child);
-    };
-    walk(walk, r.root);
+    r.flat = FlatText(blockOf(r.root, r.nodes));
 }
 
 std::optional<EditableDocument::Read> EditableDocument::readWhole(const AtRef& document,
@@ -286,17 +279,16 @@ std::optional<QString> EditableDocument::text(const AtRef& document) {
 
 std::optional<FlatText::Place> EditableDocument::caret(const Read& r, OffsetUnit unit) {
     int block = 0;
-    auto offset = r.textless ? caretBlock(r) : at::caret(r.refs[0]);
+    auto offset = r.textless ? caretBlock(r) : at::caret(r.ref(0));
     if (!offset || *offset < 0) return std::nullopt;
     for (;;) {
-        const qint64 local = toUtf16(r.texts[size_t(block)], *offset, unit);
+        const qint64 local = toUtf16(r.text(block), *offset, unit);
         // A caret inside a child shows in its parent as the child's placeholder (or just
         // after it, at the child's end); the child itself then has the caret.
         std::optional<int> inner;
         for (const qint64 spot : {local, local - 1}) {
             const auto child = r.flat.childAt(block, spot);
-            const auto c =
-                child && r.refs[size_t(*child)] ? at::caret(r.refs[size_t(*child)]) : std::nullopt;
+            const auto c = child && r.ref(*child) ? at::caret(r.ref(*child)) : std::nullopt;
             if (c && *c >= 0) {
                 inner = child;
                 offset = c;
@@ -315,11 +307,10 @@ FlatText::Place EditableDocument::selectionEnd(const Read& r, std::pair<int, int
                                                OffsetUnit unit, bool end) {
     int block = 0;
     for (;;) {
-        const qint64 local = toUtf16(r.texts[size_t(block)], end ? sel.second : sel.first, unit);
+        const qint64 local = toUtf16(r.text(block), end ? sel.second : sel.first, unit);
         // Each block answers the part of the selection within it.
         const auto child = r.flat.childAt(block, end ? local - 1 : local);
-        const auto inner =
-            child && r.refs[size_t(*child)] ? at::selection(r.refs[size_t(*child)]) : std::nullopt;
+        const auto inner = child && r.ref(*child) ? at::selection(r.ref(*child)) : std::nullopt;
         if (!inner) return {block, local};
         block = *child;
         sel = *inner;
@@ -327,20 +318,20 @@ FlatText::Place EditableDocument::selectionEnd(const Read& r, std::pair<int, int
 }
 
 std::optional<int> EditableDocument::caretBlock(const Read& r) {
-    for (int i = 0; i < r.texts[0].size(); ++i) {
+    for (int i = 0; i < r.text(0).size(); ++i) {
         const auto child = r.flat.childAt(0, i);
-        if (child && r.refs[size_t(*child)] && at::caret(r.refs[size_t(*child)])) return i;
+        if (child && r.ref(*child) && at::caret(r.ref(*child))) return i;
     }
     return std::nullopt;
 }
 
 std::optional<std::pair<int, int>> EditableDocument::rootSelection(const Read& r) {
-    if (!r.textless) return at::selection(r.refs[0]);
+    if (!r.textless) return at::selection(r.ref(0));
     // The document answers none: the block holding the caret, where a paragraph is one block,
     // answers for it.
     const auto i = caretBlock(r);
     const auto child = i ? r.flat.childAt(0, *i) : std::nullopt;
-    if (!child || !at::selection(r.refs[size_t(*child)])) return std::nullopt;
+    if (!child || !at::selection(r.ref(*child))) return std::nullopt;
     return std::pair{*i, *i + 1};
 }
 
@@ -360,7 +351,7 @@ std::optional<platform::Range> EditableDocument::selectedRange(const AtRef& docu
 
 int EditableDocument::toolkitOffset(const Read& r, const FlatText::Place& place,
                                     OffsetUnit unit) const {
-    return int(fromUtf16(r.texts[size_t(place.block)], place.offset, unit));
+    return int(fromUtf16(r.text(place.block), place.offset, unit));
 }
 
 bool EditableDocument::setSelectedRange(const AtRef& document, const platform::Range& range,
@@ -369,14 +360,14 @@ bool EditableDocument::setSelectedRange(const AtRef& document, const platform::R
     if (!r || range.location < 0 || range.length < 0 || range.end() > r->flat.text().size())
         return false;
     const FlatText::Place start = r->flat.fromFlat(range.location);
-    const AtRef& ref = r->refs[size_t(start.block)];
+    const AtRef& ref = r->ref(start.block);
     if (range.length == 0) {
         const int offset = toolkitOffset(*r, start, unit);
         return ref && at::setCaret(ref, offset);
     }
     const FlatText::Place end = r->flat.fromFlat(range.end(), true);
     const int holder = r->flat.common(start.block, end.block);
-    const AtRef& holderRef = r->refs[size_t(holder)];
+    const AtRef& holderRef = r->ref(holder);
     const int from = toolkitOffset(*r, r->flat.lift(start, holder, false), unit);
     const int to = toolkitOffset(*r, r->flat.lift(end, holder, true), unit);
     return holderRef && at::setSelection(holderRef, from, to);
@@ -399,9 +390,9 @@ std::optional<platform::Rect> EditableDocument::boundsForRange(const AtRef& docu
         const FlatText::Place end = r->flat.fromFlat(wanted.end(), true);
         if (end.block == start.block) length = end.offset - start.offset;
     }
-    const AtRef& ref = r->refs[size_t(start.block)];
+    const AtRef& ref = r->ref(start.block);
     if (!ref) return std::nullopt;
-    const QString& own = r->texts[size_t(start.block)];
+    const QString& own = r->text(start.block);
     if (length == 0 && own.size() == 1 && isLineBreak(own[0])) {
         // An empty line holds only its break, which WebKit reports as tall as two lines: the
         // line's own frame places the caret.
@@ -421,8 +412,8 @@ bool EditableDocument::replace(const AtRef& document, const platform::Range& ran
     const FlatText::Place start = r->flat.fromFlat(range.location);
     const FlatText::Place end = range.length > 0 ? r->flat.fromFlat(range.end(), true) : start;
     if (end.block != start.block) return false;
-    const AtRef ref = r->refs[size_t(start.block)];
-    const QString own = r->texts[size_t(start.block)];
+    const AtRef ref = r->ref(start.block);
+    const QString own = r->text(start.block);
     forget();
     return ref && axtext::replace(ref, own, {start.offset, end.offset - start.offset}, text, unit);
 }

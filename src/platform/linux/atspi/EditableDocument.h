@@ -58,13 +58,15 @@ private:
         quint64 latest = 0;  // the application's latest announced text change when read
         QElapsedTimer age;   // since the document was last read or brought up to date
         Node root;
-        std::vector<AtRef> refs;     // by block number
-        std::vector<QString> texts;  // each block's own text
         FlatText flat{Block{}};
         std::vector<Node*> nodes;  // by block number
         QSet<QString> outside;     // elements heard from that are not in the document
         int sweep = 0;             // the block last read again in turn
         bool textless = false;     // the document's own text is made up, one placeholder a block
+
+        // A block's element and its own text, by block number.
+        const AtRef& ref(int block) const { return nodes[size_t(block)]->ref; }
+        const QString& text(int block) const { return nodes[size_t(block)]->text; }
     };
     struct Verdict {
         QString key;
@@ -89,7 +91,7 @@ private:
     // they are instead of being read again.
     Node nodeOf(const AtRef& element, QString text, int depth, std::vector<Node>* reuse);
     void readChildren(Node& node, int depth, std::vector<Node>* reuse);
-    // The numbering, texts and joined text of the nodes read.
+    // The numbering and joined text of the nodes read.
     static void index(Read& r);
     // In a document with no text of its own only the block holding the caret answers one:
     // that block's place in the document's row of blocks.
