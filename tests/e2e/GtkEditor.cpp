@@ -1,6 +1,7 @@
 #include "GtkEditor.h"
 
 #include <QThread>
+#include <csignal>
 
 #include "TempHome.h"
 
@@ -53,4 +54,12 @@ std::optional<QRect> GtkEditor::caret() {
             return QRect(f[1].toInt(), f[2].toInt(), f[3].toInt(), f[4].toInt());
     }
     return std::nullopt;
+}
+
+Stopped::Stopped(qint64 pid) : pid_(pid) {
+    ::kill(pid_t(pid_), SIGSTOP);
+}
+
+void Stopped::resume() {
+    ::kill(pid_t(pid_), SIGCONT);
 }

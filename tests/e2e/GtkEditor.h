@@ -30,3 +30,17 @@ private:
     QStringList lines_;
     bool ready_ = false;
 };
+
+// A test application's process stopped (SIGSTOP), as a hung application is, until resume() or
+// until this goes.
+class Stopped {
+public:
+    explicit Stopped(qint64 pid);
+    ~Stopped() { resume(); }
+    Stopped(const Stopped&) = delete;
+    Stopped& operator=(const Stopped&) = delete;
+    void resume();
+
+private:
+    qint64 pid_;
+};

@@ -4,8 +4,6 @@
 // other's text, so they run in the order written.
 #include <gtest/gtest.h>
 
-#include <signal.h>
-
 #include <QImage>
 #include <QProcess>
 
@@ -202,11 +200,7 @@ TEST_F(Rewrite, AStoppedApplicationHoldsNothingAndIsServedWhenItContinues) {
     glimmo->setScript(answer(QStringLiteral("The courier comes at nine.")));
     typeParagraph(QStringLiteral("the courier comes at nine"));
     ASSERT_TRUE(bubbleShown(true));
-    ::kill(pid_t(editor->pid()), SIGSTOP);
-    struct Continue {
-        qint64 pid;
-        ~Continue() { ::kill(pid_t(pid), SIGCONT); }
-    } resume{editor->pid()};
+    Stopped stopped(editor->pid());
     pause(3000);  // polled while stopped and in front
     desktop::xdotool({"key", "Escape"});
     EXPECT_TRUE(bubbleShown(false, 500));
@@ -224,7 +218,7 @@ TEST_F(Rewrite, AStoppedApplicationHoldsNothingAndIsServedWhenItContinues) {
     EXPECT_EQ(glimmo->log().count(QStringLiteral(" stopped answering")), 1)
         << glimmo->log().toStdString();
 
-    ::kill(pid_t(editor->pid()), SIGCONT);
+    stopped.resume();
     desktop::xdotool({"search", "--name", "Rewrite editor", "windowactivate"});
     glimmo->setScript(answer(QStringLiteral("The van leaves at ten.")));
     typeParagraph(QStringLiteral("the van leaves at ten"));

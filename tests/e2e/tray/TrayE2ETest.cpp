@@ -8,7 +8,6 @@
 #include <QFile>
 #include <QProcess>
 #include <QThread>
-#include <csignal>
 
 #include "GtkEditor.h"
 #include "TempHome.h"
@@ -211,18 +210,14 @@ TEST_F(Tray, AStoppedApplicationInFrontLeavesTheMenuAnswering) {
     };
     ASSERT_TRUE(waitUntil(appRow, 10000));
 
-    ::kill(pid_t(editor.pid()), SIGSTOP);
-    struct Continue {
-        qint64 pid;
-        ~Continue() { ::kill(pid_t(pid), SIGCONT); }
-    } resume{editor.pid()};
+    Stopped stopped(editor.pid());
     TrayHost::setTimeout(1000);
     for (int i = 0; i < 8; ++i) {
         EXPECT_TRUE(host->openMenu(service)) << "opening " << i + 1;
         QThread::msleep(400);  // polls go on meanwhile
     }
     TrayHost::setTimeout(5000);
-    ::kill(pid_t(editor.pid()), SIGCONT);
+    stopped.resume();
     QProcess::execute("xdotool", {"type", "--delay", "20", " and leaves at ten"});
     EXPECT_TRUE(waitUntil(appRow, 10000));
 }
