@@ -10,7 +10,7 @@ namespace setup {
 
 namespace {
 
-constexpr int kPollMs = 1000;
+constexpr int kStepsPollMs = 1000;
 
 }  // namespace
 
@@ -36,7 +36,7 @@ QWidget* makeSetupWindow(Setup::Desk desk, SetupHooks hooks) {
     if (!claude::claudePath() && !model->installing()) model->startInstall();
     auto* poll = new QTimer(view);
     QObject::connect(poll, &QTimer::timeout, view, [model] { model->refresh(); });
-    poll->start(kPollMs);
+    poll->start(kStepsPollMs);
     return view;
 }
 

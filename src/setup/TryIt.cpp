@@ -13,7 +13,8 @@ namespace {
 constexpr int kSettleMs = 800;
 // An editor that is not running this long after the open never came.
 constexpr int kWaitForEditorMs = 10'000;
-constexpr int kPollMs = 200;
+// How often the editor is looked for while it starts.
+constexpr int kEditorPollMs = 200;
 
 void placeCaret(platform::Ax& ax, platform::Workspace& workspace, const QString& editor) {
     const auto apps = workspace.running(editor);
@@ -62,7 +63,7 @@ void tryIt(platform::Ax& ax, platform::Workspace& workspace, std::function<void(
     auto waited = std::make_shared<int>(0);
     QObject::connect(poll, &QTimer::timeout, poll,
                      [&ax, &workspace, editor = *editor, done, poll, waited] {
-                         *waited += kPollMs;
+                         *waited += kEditorPollMs;
                          const bool there = !workspace.running(editor).empty();
                          if (!there && *waited < kWaitForEditorMs) return;
                          poll->stop();
@@ -77,7 +78,7 @@ void tryIt(platform::Ax& ax, platform::Workspace& workspace, std::function<void(
                                                 done();
                                             });
                      });
-    poll->start(kPollMs);
+    poll->start(kEditorPollMs);
 }
 
 }  // namespace setup

@@ -47,7 +47,7 @@ TEST(TextOffsets, LoneSurrogatesCountAsOneCharacter) {
     EXPECT_EQ(fromUtf16(text, 3, OffsetUnit::CodePoint), 3);
 }
 
-#include "platform/linux/session/DesktopEntries.h"
+#include "platform/linux/identity/DesktopEntries.h"
 
 TEST(DesktopEntry, LocalizedNameAndOnlyApplications) {
     const QByteArray text =
@@ -144,7 +144,7 @@ TEST(FlatText, NestedBlocksJoinAsLinesAndOffsetsMapBothWays) {
 #include <QFile>
 #include <QTemporaryDir>
 
-#include "platform/linux/session/ProcessNames.h"
+#include "platform/linux/identity/ProcessNames.h"
 #include "platform/linux/wayland/TypedTab.h"
 
 TEST(ProcessNames, LauncherEntryScopeAndExecutableFromAProcFolder) {
@@ -195,7 +195,7 @@ TEST(TypedTab, OnlyOneTabAtTheCaretCounts) {
 }
 
 #include "TempHome.h"
-#include "platform/linux/session/ReadableLaunchers.h"
+#include "platform/linux/identity/ReadableLaunchers.h"
 
 TEST(ReadableLaunchers, TheFlagGoesAfterTheProgramOrTheFlatpakId) {
     using linuxdesk::readableExec;
@@ -280,7 +280,7 @@ TEST(ReadableLaunchers, CopiesFollowTheSwitchesAndTheInstalledEntries) {
               QStringList{"discord.desktop"});
 }
 
-#include "platform/linux/session/ShellCompanion.h"
+#include "platform/linux/identity/ShellCompanion.h"
 
 TEST(ShellCompanion, VariantByShellVersionAndTheUuidAddedOnce) {
     using linuxdesk::ShellCompanion;

@@ -11,8 +11,8 @@ namespace linuxdesk {
 namespace {
 
 // Windows move and resize; a moment is enough to serve the reads of one bubble.
-constexpr int kKeepMs = 1500;
-constexpr size_t kMaxDepth = 40;
+constexpr int kFramesKeepMs = 1500;
+constexpr size_t kMaxWindowDepth = 40;
 constexpr int kMaxWindows = 32;
 // The embedded content's box is looked for this far below the window, among boxes this big.
 constexpr int kSearchDepth = 4;
@@ -103,7 +103,7 @@ std::optional<ReportedToScreen> fitFrame(const Rect& reported,
 
 ReportedToScreen WindowMapping::of(const AtRef& element) {
     const QString key = at::key(element);
-    if (auto it = known_.find(key); it != known_.end() && it->second.age.elapsed() < kKeepMs)
+    if (auto it = known_.find(key); it != known_.end() && it->second.age.elapsed() < kFramesKeepMs)
         return it->second.map;
     if (known_.size() > 64) known_.clear();
     Known& known = known_[key];
@@ -118,7 +118,7 @@ ReportedToScreen WindowMapping::measure(const AtRef& element) {
     // what each reports for itself.
     std::vector<std::pair<AtRef, std::optional<Rect>>> chain;  // lowest first
     AtRef app;
-    for (AtRef a = at::parent(element); a && chain.size() < kMaxDepth; a = at::parent(a)) {
+    for (AtRef a = at::parent(element); a && chain.size() < kMaxWindowDepth; a = at::parent(a)) {
         if (at::role(a) == ATSPI_ROLE_APPLICATION) {
             app = a;
             break;

@@ -12,8 +12,8 @@
 #include "platform/Ax.h"
 #include "platform/Workspace.h"
 #include "platform/linux/atspi/AtRef.h"
-#include "platform/linux/session/AppIdentity.h"
-#include "platform/linux/session/DesktopEntries.h"
+#include "platform/linux/identity/AppIdentity.h"
+#include "platform/linux/identity/DesktopEntries.h"
 
 namespace linuxdesk {
 

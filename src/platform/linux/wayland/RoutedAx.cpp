@@ -24,6 +24,8 @@ bool RoutedAx::native(const platform::Element& element) const {
     return route_.native() && route_.owns(element);
 }
 
+void RoutedAx::onChange(std::function<void()> changed) { ax_.onChange(std::move(changed)); }
+
 bool RoutedAx::trusted() {
     return ax_.trusted();
 }

@@ -32,7 +32,7 @@ public:
           screens_(screens),
           companion_(companion) {}
     bool trusted() override;
-    void onChange(std::function<void()> changed) override { ax_.onChange(std::move(changed)); }
+    void onChange(std::function<void()> changed) override;
     void requestTrust() override;
     platform::Element application(qint64 pid) override;
     std::optional<platform::Value> attribute(const platform::Element& element,

@@ -11,7 +11,7 @@
 #include <set>
 
 #include "main/Paths.h"
-#include "platform/linux/session/DesktopSettings.h"
+#include "platform/linux/identity/DesktopSettings.h"
 #include "platform/linux/x11/XDisplay.h"
 #include "platform/LinuxApps.h"
 

@@ -5,10 +5,10 @@
 #include <QElapsedTimer>
 
 #include "platform/Workspace.h"
-#include "platform/linux/session/AppIdentity.h"
-#include "platform/linux/session/DesktopEntries.h"
-#include "platform/linux/session/ReadableLaunchers.h"
-#include "platform/linux/session/ShellCompanion.h"
+#include "platform/linux/identity/AppIdentity.h"
+#include "platform/linux/identity/DesktopEntries.h"
+#include "platform/linux/identity/ReadableLaunchers.h"
+#include "platform/linux/identity/ShellCompanion.h"
 
 struct _XDisplay;
 

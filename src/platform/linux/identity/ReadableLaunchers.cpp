@@ -1,4 +1,4 @@
-#include "platform/linux/session/ReadableLaunchers.h"
+#include "platform/linux/identity/ReadableLaunchers.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -9,7 +9,7 @@
 
 #include "main/Log.h"
 #include "platform/LinuxApps.h"
-#include "platform/linux/session/DesktopEntries.h"
+#include "platform/linux/identity/DesktopEntries.h"
 
 namespace linuxdesk {
 

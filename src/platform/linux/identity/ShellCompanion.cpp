@@ -1,4 +1,4 @@
-#include "platform/linux/session/ShellCompanion.h"
+#include "platform/linux/identity/ShellCompanion.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>

@@ -6,8 +6,8 @@
 #include <map>
 
 #include "platform/Workspace.h"
-#include "platform/linux/session/DesktopEntries.h"
-#include "platform/linux/session/ProcessNames.h"
+#include "platform/linux/identity/DesktopEntries.h"
+#include "platform/linux/identity/ProcessNames.h"
 
 namespace linuxdesk {
 

@@ -1,4 +1,4 @@
-#include "platform/linux/session/AppIdentity.h"
+#include "platform/linux/identity/AppIdentity.h"
 
 #include <QFile>
 #include <QRegularExpression>

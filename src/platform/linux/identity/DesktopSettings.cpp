@@ -1,4 +1,4 @@
-#include "platform/linux/session/DesktopSettings.h"
+#include "platform/linux/identity/DesktopSettings.h"
 
 #include <QFile>
 #include <QProcess>

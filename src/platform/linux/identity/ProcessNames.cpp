@@ -1,4 +1,4 @@
-#include "platform/linux/session/ProcessNames.h"
+#include "platform/linux/identity/ProcessNames.h"
 
 #include <QFile>
 #include <QFileInfo>

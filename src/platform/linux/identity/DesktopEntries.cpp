@@ -1,4 +1,4 @@
-#include "platform/linux/session/DesktopEntries.h"
+#include "platform/linux/identity/DesktopEntries.h"
 
 #include <QDir>
 #include <QDirIterator>
