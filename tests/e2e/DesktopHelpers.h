@@ -69,6 +69,27 @@ inline QString output(const QString& program, const QStringList& args) {
     return QString::fromUtf8(p.readAllStandardOutput()).trimmed();
 }
 
+// The keyboard layouts (setxkbmap's "us,dvorak") with group (0 the first) locked on, as a user
+// switches layouts; and the group that is on. XkbLockGroup through Python, as no command has it.
+inline const char* kXkbGroup = R"(
+import ctypes, sys
+x = ctypes.cdll.LoadLibrary("libX11.so.6")
+x.XOpenDisplay.restype = ctypes.c_void_p
+d = ctypes.c_void_p(x.XOpenDisplay(None))
+if len(sys.argv) > 1:
+    x.XkbLockGroup(d, 0x100, int(sys.argv[1])); x.XSync(d, 0)
+state = (ctypes.c_ubyte * 32)()
+x.XkbGetState(d, 0x100, state)
+print(state[0])
+)";
+inline void setLayout(const QString& layouts, int group) {
+    QProcess::execute("setxkbmap", {"-layout", layouts});
+    QProcess::execute("python3", {"-c", kXkbGroup, QString::number(group)});
+}
+inline int layoutGroup() {
+    return output("python3", {"-c", kXkbGroup}).trimmed().toInt();
+}
+
 // The visible window of process pid whose title matches the pattern; empty when there is none.
 inline QString windowOf(qint64 pid, const QString& title) {
     return output("xdotool",

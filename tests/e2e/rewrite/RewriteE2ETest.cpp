@@ -175,6 +175,39 @@ TEST_F(Rewrite, ShiftTabReachesTheApplication) {
     EXPECT_TRUE(value().contains(kKept));
 }
 
+// The user's layouts, the last one switched on after typing as a user switches: the paste and
+// select-all are pressed where the layout that is on has them (Ctrl+V on the US "v" key is
+// Ctrl+K in Dvorak), or in a Latin group that has them.
+TEST_F(Rewrite, TabAppliesOnEveryLayout) {
+    linuxdesk::QtClipboard clipboard;
+    const platform::ClipContents before = clipboard.save();
+    struct Layout {
+        const char* layouts;
+        int group;
+    };
+    for (const Layout layout : {Layout{"us,dvorak", 1}, Layout{"us,ru", 1}, Layout{"dvorak", 0},
+                                Layout{"fr", 0}}) {
+        SCOPED_TRACE(layout.layouts);
+        const QString typed = QStringLiteral("layouts %1 ar swiched aftr typing")
+                                  .arg(QString::fromLatin1(layout.layouts));
+        const QString rewrite = QStringLiteral("Layouts %1 are switched after typing.")
+                                    .arg(QString::fromLatin1(layout.layouts));
+        glimmo->setScript(answer(rewrite));
+        typeParagraph(typed);
+        ASSERT_TRUE(waitUntil([&] { return value().endsWith(typed); })) << value().toStdString();
+        ASSERT_TRUE(bubbleShown(true));
+
+        desktop::setLayout(QString::fromLatin1(layout.layouts), layout.group);
+        desktop::xdotool({"key", "Tab"});
+        EXPECT_TRUE(waitUntil([&] { return value().endsWith(rewrite); })) << value().toStdString();
+        EXPECT_TRUE(bubbleShown(false, 3000));
+        pause(1500);
+        EXPECT_EQ(desktop::layoutGroup(), layout.group);
+        EXPECT_EQ(clipboard.save(), before);
+        desktop::setLayout(QStringLiteral("us"), 0);
+    }
+}
+
 TEST_F(Rewrite, NothingIsAskedInAPasswordEntry) {
     GtkEditor passwords({"--focus", "password", "--title", "Sign in"});
     ASSERT_TRUE(passwords.ready());

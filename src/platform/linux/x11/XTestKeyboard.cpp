@@ -4,6 +4,7 @@
 #include <QThread>
 
 #include "platform/Keys.h"
+#include "platform/linux/x11/GroupKeys.h"
 #include "platform/linux/x11/XDisplay.h"
 
 #include <X11/XKBlib.h>
@@ -60,8 +61,6 @@ XTestKeyboard::XTestKeyboard() : display_(x11::open()) {
         XCloseDisplay(display_);
         display_ = nullptr;
     }
-    // Loads the keyboard map now: a first lookup later would be a round trip at a bad time.
-    if (display_) XKeysymToKeycode(display_, XK_a);
 }
 
 XTestKeyboard::~XTestKeyboard() {
@@ -108,18 +107,23 @@ void XTestKeyboard::waitForModifiersUp() {
 
 void XTestKeyboard::send(int code, quint64 flags) {
     if (!display_) return;
-    const KeySym sym = keysymOf(code);
-    const KeyCode key = sym == NoSymbol ? 0 : XKeysymToKeycode(display_, sym);
+    const auto key = x11::findKey(display_, keysymOf(code));
     if (!key) return;
     std::vector<KeyCode> mods;
-    for (KeySym m : modifiersOf(code, flags))
-        if (KeyCode c = XKeysymToKeycode(display_, m)) mods.push_back(c);
+    for (KeySym m : modifiersOf(code, flags)) {
+        const auto mod = x11::findKey(display_, m);
+        if (const KeyCode c = mod ? mod->keycode : XKeysymToKeycode(display_, m)) mods.push_back(c);
+    }
     if (!mods.empty()) waitForModifiersUp();
+    // A key only another group has (V under a Cyrillic layout) is pressed in that group, and
+    // the user's group is locked again straight after; the server keeps the order.
+    if (key->group) XkbLockGroup(display_, XkbUseCoreKbd, unsigned(*key->group));
     for (KeyCode m : mods) XTestFakeKeyEvent(display_, m, True, CurrentTime);
-    XTestFakeKeyEvent(display_, key, True, CurrentTime);
-    XTestFakeKeyEvent(display_, key, False, CurrentTime);
+    XTestFakeKeyEvent(display_, key->keycode, True, CurrentTime);
+    XTestFakeKeyEvent(display_, key->keycode, False, CurrentTime);
     for (auto it = mods.rbegin(); it != mods.rend(); ++it)
         XTestFakeKeyEvent(display_, *it, False, CurrentTime);
+    if (key->group) XkbLockGroup(display_, XkbUseCoreKbd, unsigned(key->lockedGroup));
     XFlush(display_);
     if (pasted_ && code == platform::key::V && flags == platform::flag::Command) pasted_();
 }
