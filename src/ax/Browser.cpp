@@ -40,12 +40,15 @@ std::optional<QString> webAreaURL(platform::Ax& ax, const Element& element) {
 }
 
 std::optional<QString> pageHost(platform::Ax& ax, const Element& element) {
-    auto address = webAreaURL(ax, element);
-    if (!address) return std::nullopt;
-    const QUrl url(*address, QUrl::StrictMode);
+    const auto address = webAreaURL(ax, element);
+    return address ? hostOf(*address) : std::nullopt;
+}
+
+std::optional<QString> hostOf(const QString& address) {
+    const QUrl url(address, QUrl::StrictMode);
     if (!url.isValid() || url.host().isEmpty()) return std::nullopt;
     // The host as the address writes it: the parser would lower-case it.
-    QStringView authority(*address);
+    QStringView authority(address);
     authority = authority.mid(authority.indexOf(QLatin1String("//")) + 2);
     authority = authority.left(authority.indexOf(QRegularExpression(QStringLiteral("[/?#]"))));
     authority = authority.mid(authority.lastIndexOf(u'@') + 1);

@@ -14,6 +14,8 @@ namespace ax {
 std::optional<platform::Element> webArea(platform::Ax& ax, const platform::Element& element);
 std::optional<QString> webAreaURL(platform::Ax& ax, const platform::Element& element);
 std::optional<QString> pageHost(platform::Ax& ax, const platform::Element& element);
+// The host of a page's address as the address writes it; absent when it has none.
+std::optional<QString> hostOf(const QString& address);
 
 // Once per process: "AXManualAccessibility", and for Chromium browsers also
 // "AXEnhancedUserInterface". primed records the processes already done.

@@ -75,21 +75,37 @@ std::optional<QString> addressOf(platform::Ax& ax, const Element& area) {
 
 }  // namespace
 
+std::optional<QString> replySite(const QString& host) {
+    static const QList<std::pair<QString, QString>> sites{
+        {QStringLiteral("mail.google.com"), QStringLiteral("Gmail")},
+        {QStringLiteral("app.slack.com"), QStringLiteral("Slack")},
+        {QStringLiteral("outlook.office.com"), QStringLiteral("Outlook")},
+        {QStringLiteral("outlook.office365.com"), QStringLiteral("Outlook")},
+        {QStringLiteral("outlook.live.com"), QStringLiteral("Outlook")},
+        {QStringLiteral("teams.microsoft.com"), QStringLiteral("Teams")},
+        {QStringLiteral("teams.live.com"), QStringLiteral("Teams")},
+        {QStringLiteral("web.whatsapp.com"), QStringLiteral("WhatsApp")},
+        {QStringLiteral("discord.com"), QStringLiteral("Discord")},
+    };
+    for (const auto& [known, name] : sites)
+        if (host.compare(known, Qt::CaseInsensitive) == 0) return name;
+    return std::nullopt;
+}
+
 std::optional<CaptureRoot> captureRoot(platform::Ax& ax, const platform::RunningApp& app,
                                        const Element& appElement, const Element& box) {
     const bool replyApp = rules::isReplyApp(app.bundleId);
     std::optional<Element> area;
-    bool gmail = false;
-    if (glimmo::chromiumBrowsers().contains(app.bundleId)) {
-        // The same walk as webAreaURL, done once: the area is the root when it is Gmail.
+    QString site;
+    if (glimmo::browsers().contains(app.bundleId)) {
+        // The same walk as pageHost, done once: the area is the root on a reply site.
         area = webArea(ax, box);
-        if (area) {
-            auto address = addressOf(ax, *area);
-            gmail = address && address->contains(gmailHost);
-        }
+        const auto address = area ? addressOf(ax, *area) : std::nullopt;
+        const auto host = address ? hostOf(*address) : std::nullopt;
+        site = host ? replySite(*host).value_or(QString()) : QString();
     }
     std::optional<Element> root;
-    if (gmail) {
+    if (!site.isEmpty()) {
         root = area;
     } else if (replyApp) {
         root = elementAttr(ax, appElement, QStringLiteral("AXFocusedWindow"));
@@ -97,7 +113,7 @@ std::optional<CaptureRoot> captureRoot(platform::Ax& ax, const platform::Running
         return std::nullopt;
     }
     if (!root || !*root) return std::nullopt;
-    return CaptureRoot{*root, gmail};
+    return CaptureRoot{*root, site};
 }
 
 QString conversation(platform::Ax& ax, const platform::Clock& clock, const Element& root,
@@ -118,7 +134,7 @@ std::optional<ReplyContext> replyContext(platform::Ax& ax, const platform::Clock
     const qint64 from = std::clamp<qint64>(caret, 0, text.size());
     // A mail reply holds the message being answered below the caret.
     context.quoted = firstGraphemes(text.mid(from).trimmed(), quotedLimit);
-    context.gmail = root->gmail;
+    context.site = root->site;
     return context;
 }
 

@@ -11,16 +11,18 @@
 
 namespace ax {
 
-// The Gmail web host searched for in a page's address.
-inline const QString gmailHost = QStringLiteral("mail.google.com");
+// The reply services' web apps by host ("mail.google.com": "Gmail", "app.slack.com": "Slack",
+// Outlook, Teams, WhatsApp, Discord): their compose boxes get drafts in any browser, as their
+// own applications do. Absent for any other host.
+std::optional<QString> replySite(const QString& host);
 
 struct CaptureRoot {
     platform::Element root;  // never null
-    bool gmail = false;
+    QString site;            // the reply site's name in a browser, else empty
 };
 
 // Where the conversation lies: the focused window of a reply application, or the web area of
-// a Gmail page in a Chromium browser. Absent elsewhere or when the root cannot be read.
+// a reply site's page in a browser. Absent elsewhere or when the root cannot be read.
 std::optional<CaptureRoot> captureRoot(platform::Ax& ax, const platform::RunningApp& app,
                                        const platform::Element& appElement,
                                        const platform::Element& box);
@@ -33,7 +35,7 @@ QString conversation(platform::Ax& ax, const platform::Clock& clock, const platf
 struct ReplyContext {
     QString conversation;  // last 3500 characters
     QString quoted;        // first 3000 characters of the box's text after the caret, trimmed
-    bool gmail = false;
+    QString site;          // as in CaptureRoot
 };
 
 std::optional<ReplyContext> replyContext(platform::Ax& ax, const platform::Clock& clock,

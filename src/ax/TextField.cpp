@@ -8,6 +8,9 @@ using platform::Rect;
 
 namespace {
 
+// About one line of text, where an empty box's caret stands.
+constexpr double kFirstLineHeight = 24;
+
 template <class T>
 std::optional<T> valueAttr(platform::Ax& ax, const Element& element, const QString& name) {
     if (!element) return std::nullopt;
@@ -54,18 +57,30 @@ std::optional<Range> markedRange(platform::Ax& ax, const Element& element) {
 
 std::optional<Rect> bounds(platform::Ax& ax, const Element& element, qint64 caret) {
     if (!element) return std::nullopt;
-    const Range before{std::max<qint64>(caret - 1, 0), caret > 0 ? 1 : 0};
-    auto value = ax.parameterized(element, QStringLiteral("AXBoundsForRange"), before);
+    // An empty range has no box of its own: browsers answer it with their window's corner.
+    auto value = caret > 0 ? ax.parameterized(element, QStringLiteral("AXBoundsForRange"),
+                                              Range{caret - 1, 1})
+                           : std::nullopt;
     if (value) {
         if (auto* rect = std::get_if<Rect>(&*value)) {
             // Empty or zero rectangles mean the application does not really know.
             if (rect->height > 0 && !(rect->x == 0 && rect->y == 0)) return *rect;
         }
     }
-    auto position = valueAttr<platform::Point>(ax, element, QStringLiteral("AXPosition"));
-    auto size = valueAttr<platform::Size>(ax, element, QStringLiteral("AXSize"));
-    if (!position || !size) return std::nullopt;
-    return Rect{position->x, position->y, size->width, size->height};
+    // The box's frame, else its container's: an empty web editor may report none (-1 sizes).
+    std::optional<Rect> box;
+    Element at = element;
+    for (int up = 0; up < 3 && at && !box; ++up) {
+        auto position = valueAttr<platform::Point>(ax, at, QStringLiteral("AXPosition"));
+        auto size = valueAttr<platform::Size>(ax, at, QStringLiteral("AXSize"));
+        if (position && size && size->width > 0 && size->height > 0)
+            box = Rect{position->x, position->y, size->width, size->height};
+        else
+            at = elementAttr(ax, at, QStringLiteral("AXParent")).value_or(Element{});
+    }
+    // With nothing before it, the caret stands on the box's first line, not below the whole box.
+    if (box && caret == 0) box->height = std::min(box->height, kFirstLineHeight);
+    return box;
 }
 
 bool isTextField(platform::Ax& ax, const Element& element) {

@@ -61,12 +61,12 @@ void Glimmo::draftReplies(const platform::RunningApp& app, const Element& appEl,
         return;
 
     const bool replyApp = rules::isReplyApp(app.bundleId);
-    bool gmail = false;
-    if (!replyApp && glimmo::chromiumBrowsers().contains(app.bundleId)) {
-        const auto url = ax::webAreaURL(p_.ax, el);
-        gmail = url && url->contains(ax::gmailHost);
+    QString site;
+    if (!replyApp && glimmo::browsers().contains(app.bundleId)) {
+        const auto host = ax::pageHost(p_.ax, el);
+        site = host ? ax::replySite(*host).value_or(QString()) : QString();
     }
-    if (!replyApp && !gmail) {
+    if (!replyApp && site.isEmpty()) {
         why(QStringLiteral("empty field"));
         return;
     }
@@ -80,13 +80,16 @@ void Glimmo::draftReplies(const platform::RunningApp& app, const Element& appEl,
     }
 
     QString where = app.name;
-    if (gmail) where += QStringLiteral(" (Gmail)");
+    if (!site.isEmpty()) where += QStringLiteral(" (") + site + u')';
     if (const auto label = fieldLabel(p_.ax, el)) where += QStringLiteral(" — ") + *label;
     const QString key = where + u'|' + ax::lastGraphemes(context->conversation, kKeyExcerpt) +
                         u'|' + ax::firstGraphemes(context->quoted, kKeyExcerpt);
     if (dismissedReplies.contains(key)) return;
 
-    const auto caret = ax::bounds(p_.ax, el, selection.location);
+    // Only blank lines before the caret: it stands at the box's start. The box of a line break
+    // before it is no place (Gecko answers an empty paragraph's with its window's corner).
+    const bool blankBefore = text.left(selection.location).trimmed().isEmpty();
+    const auto caret = ax::bounds(p_.ax, el, blankBefore ? 0 : selection.location);
     if (!caret) return;
 
     if (const auto hit = replyCache.constFind(key); hit != replyCache.constEnd()) {

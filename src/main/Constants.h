@@ -19,7 +19,7 @@ constexpr int maxAskLength = 1200;
 const QStringList& defaultPaused();
 // Desktop applications whose empty message boxes get reply drafts.
 const QStringList& replyApps();
-// Chromium-family browsers: primed with the enhanced attribute, and Gmail's hosts.
+// Chromium-family browsers: primed with the enhanced attribute.
 const QStringList& chromiumBrowsers();
 // chromiumBrowsers followed by the three other browsers.
 const QStringList& browsers();

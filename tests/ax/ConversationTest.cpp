@@ -86,31 +86,33 @@ TEST_F(Capture, SkipsWhatLiesDeeperThanSixtyAndGoesOn) {
     EXPECT_EQ(capture(), "depth 60 after");
 }
 
-TEST_F(Capture, RootsForReplyAppsAndGmailInChromiumOnly) {
+TEST_F(Capture, RootsForReplyAppsAndReplySitesInAnyBrowser) {
     addBox();
     auto root = ax::captureRoot(ax, mail.info(), mail.element()->handle(), box->handle());
     ASSERT_TRUE(root);
     EXPECT_TRUE(ax.same(root->root, window->handle()));
+    EXPECT_TRUE(root->site.isEmpty());
     mail.focus(nullptr);  // no focused window: nothing to capture
     EXPECT_FALSE(ax::captureRoot(ax, mail.info(), mail.element()->handle(), box->handle()));
 
-    for (const char* id : {"com.google.Chrome", "com.apple.Safari", "com.apple.TextEdit"}) {
+    for (const char* id : {"com.google.Chrome", "org.mozilla.firefox", "com.apple.TextEdit"}) {
         auto& browser = desk.addApp(id);
         auto area = browser.addWindow()->add("AXWebArea");
-        area->set("AXURL", Url{"https://mail.google.com/mail/u/0/#inbox/abc"});
+        area->set("AXURL", Url{"https://App.Slack.com/client/T1/C2"});
         auto reply = area->add("AXGroup")->add(fake::TextField::create());
         auto got =
             ax::captureRoot(ax, browser.info(), browser.element()->handle(), reply->handle());
-        if (QString(id) == "com.google.Chrome") {
-            ASSERT_TRUE(got);
-            EXPECT_TRUE(got->gmail);
-            EXPECT_TRUE(ax.same(got->root, area->handle()));
-            area->set("AXURL", QStringLiteral("https://calendar.google.com/"));
-            EXPECT_FALSE(
-                ax::captureRoot(ax, browser.info(), browser.element()->handle(), reply->handle()));
-        } else {
+        if (QString(id) == "com.apple.TextEdit") {
             EXPECT_FALSE(got) << id;
+            continue;
         }
+        ASSERT_TRUE(got) << id;
+        EXPECT_EQ(got->site, "Slack");
+        EXPECT_TRUE(ax.same(got->root, area->handle()));
+        // A look-alike host is no reply site.
+        area->set("AXURL", QStringLiteral("https://app.slack.com.example.net/"));
+        EXPECT_FALSE(
+            ax::captureRoot(ax, browser.info(), browser.element()->handle(), reply->handle()));
     }
 }
 

@@ -35,12 +35,29 @@ user_pref("network.proxy.share_proxy_settings", true);
 user_pref("network.proxy.no_proxies_on", "127.0.0.1");
 )";
 
+// A host of the internet served by this machine's page server, over plain HTTP: every name
+// resolves to the loopback address, and neither the preloaded HTTPS list nor HTTPS-first
+// upgrades the address.
+inline QByteArray firefoxServesHost(const QString& host) {
+    return QStringLiteral(R"(
+user_pref("network.dns.forceResolve", "127.0.0.1");
+user_pref("network.proxy.no_proxies_on", "127.0.0.1, %1");
+user_pref("network.stricttransportsecurity.preloadlist", false);
+user_pref("dom.security.https_first", false);
+user_pref("dom.security.https_first_schemeless", false);
+)")
+        .arg(host)
+        .toUtf8();
+}
+
 class Firefox : public TestProcess {
 public:
-    Firefox(const QString& program, const testsupport::TempHome& home, const QString& url)
+    // prefs: further lines of user.js.
+    Firefox(const QString& program, const testsupport::TempHome& home, const QString& url,
+            const QByteArray& prefs = {})
         : TestProcess(8000) {
         const QString h = home.path();
-        home.write(QStringLiteral("firefox/user.js"), kFirefoxPrefs);
+        home.write(QStringLiteral("firefox/user.js"), kFirefoxPrefs + prefs);
         QProcessEnvironment e = QProcessEnvironment::systemEnvironment();
         e.insert("HOME", h);
         e.insert("XDG_CONFIG_HOME", h + "/.config");

@@ -150,9 +150,8 @@ TEST_F(RepliesTest, MailAndLinuxMailClientsSendTheQuotedMessageBelowTheCaret) {
     }
 }
 
-TEST_F(RepliesTest, GmailInAChromiumBrowserAndNowhereElse) {
-    auto& chrome =
-        desk.addApp(QStringLiteral("com.google.Chrome"), QStringLiteral("Google Chrome"));
+TEST_F(RepliesTest, GmailInAnyBrowserAndNoWordProcessor) {
+    auto& chrome = desk.addApp(QStringLiteral("org.mozilla.firefox"), QStringLiteral("Firefox"));
     auto window = chrome.addWindow(QStringLiteral("Inbox"));
     auto page = window->add(QStringLiteral("AXWebArea"));
     page->set(QStringLiteral("AXURL"),
@@ -165,7 +164,7 @@ TEST_F(RepliesTest, GmailInAChromiumBrowserAndNowhereElse) {
     paused(0.41);
     ASSERT_TRUE(waitFor([&] { return !lastRequest().isEmpty(); }));
     EXPECT_TRUE(
-        lastRequest().startsWith("<reply>\n<where>Google Chrome (Gmail) — Message "
+        lastRequest().startsWith("<reply>\n<where>Firefox (Gmail) — Message "
                                  "Body</where>\n<conversation>\nAna: could"));
 
     // An empty box in a word processor is not a reply box.
