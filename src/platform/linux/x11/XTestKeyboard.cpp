@@ -1,6 +1,7 @@
 #include "platform/linux/x11/XTestKeyboard.h"
 
 #include <QElapsedTimer>
+#include <array>
 #include <QThread>
 
 #include "platform/Keys.h"
@@ -42,14 +43,22 @@ KeySym keysymOf(int code) {
     }
 }
 
-std::vector<KeySym> modifiersOf(int code, quint64 flags) {
+// At most Control, Alt and Shift; a fixed array, as GCC 14 misreads a small vector's growth
+// here (-Wfree-nonheap-object).
+struct Modifiers {
+    std::array<KeySym, 3> syms{};
+    int count = 0;
+    void add(KeySym sym) { syms[size_t(count++)] = sym; }
+};
+
+Modifiers modifiersOf(int code, quint64 flags) {
     using namespace platform;
-    std::vector<KeySym> out;
+    Modifiers out;
     const bool paragraphMove = code == key::Up || code == key::Down;
     if (flags & (flag::Command | flag::Control) || (paragraphMove && flags & flag::Option))
-        out.push_back(XK_Control_L);
-    if (flags & flag::Option && !paragraphMove) out.push_back(XK_Alt_L);
-    if (flags & flag::Shift) out.push_back(XK_Shift_L);
+        out.add(XK_Control_L);
+    if (flags & flag::Option && !paragraphMove) out.add(XK_Alt_L);
+    if (flags & flag::Shift) out.add(XK_Shift_L);
     return out;
 }
 
@@ -109,20 +118,24 @@ void XTestKeyboard::send(int code, quint64 flags) {
     if (!display_) return;
     const auto key = x11::findKey(display_, keysymOf(code));
     if (!key) return;
-    std::vector<KeyCode> mods;
-    for (KeySym m : modifiersOf(code, flags)) {
+    const Modifiers wanted = modifiersOf(code, flags);
+    std::array<KeyCode, 3> mods{};
+    int held = 0;
+    for (int i = 0; i < wanted.count; ++i) {
+        const KeySym m = wanted.syms[size_t(i)];
         const auto mod = x11::findKey(display_, m);
-        if (const KeyCode c = mod ? mod->keycode : XKeysymToKeycode(display_, m)) mods.push_back(c);
+        if (const KeyCode c = mod ? mod->keycode : XKeysymToKeycode(display_, m))
+            mods[size_t(held++)] = c;
     }
-    if (!mods.empty()) waitForModifiersUp();
+    if (held > 0) waitForModifiersUp();
     // A key only another group has (V under a Cyrillic layout) is pressed in that group, and
     // the user's group is locked again straight after; the server keeps the order.
     if (key->group) XkbLockGroup(display_, XkbUseCoreKbd, unsigned(*key->group));
-    for (KeyCode m : mods) XTestFakeKeyEvent(display_, m, True, CurrentTime);
+    for (int i = 0; i < held; ++i) XTestFakeKeyEvent(display_, mods[size_t(i)], True, CurrentTime);
     XTestFakeKeyEvent(display_, key->keycode, True, CurrentTime);
     XTestFakeKeyEvent(display_, key->keycode, False, CurrentTime);
-    for (auto it = mods.rbegin(); it != mods.rend(); ++it)
-        XTestFakeKeyEvent(display_, *it, False, CurrentTime);
+    for (int i = held - 1; i >= 0; --i)
+        XTestFakeKeyEvent(display_, mods[size_t(i)], False, CurrentTime);
     if (key->group) XkbLockGroup(display_, XkbUseCoreKbd, unsigned(key->lockedGroup));
     XFlush(display_);
     if (pasted_ && code == platform::key::V && flags == platform::flag::Command) pasted_();
