@@ -2,7 +2,6 @@
 #include <QPointer>
 #include <QRegularExpression>
 
-#include "ax/Browser.h"
 #include "ax/Conversation.h"
 #include "ax/TextField.h"
 #include "engine/Glimmo.h"
@@ -60,19 +59,14 @@ void Glimmo::draftReplies(const platform::RunningApp& app, const Element& appEl,
         p_.clock.now() - lastChange < kDraftingPause)
         return;
 
-    const bool replyApp = rules::isReplyApp(app.bundleId);
-    QString site;
-    if (!replyApp && glimmo::browsers().contains(app.bundleId)) {
-        const auto host = ax::pageHost(p_.ax, el);
-        site = host ? ax::replySite(*host).value_or(QString()) : QString();
-    }
-    if (!replyApp && site.isEmpty()) {
-        why(QStringLiteral("empty field"));
-        return;
-    }
+    // Absent outside reply applications and the reply sites' pages (where the page is walked
+    // once, for the site and the conversation alike).
     const auto context =
         ax::replyContext(p_.ax, p_.clock, app, appEl, el, text, selection.location);
-    if (!context) return;
+    if (!context) {
+        if (!rules::isReplyApp(app.bundleId)) why(QStringLiteral("empty field"));
+        return;
+    }
     if (ax::graphemeCount(context->conversation) + ax::graphemeCount(context->quoted) <
         kMinimumMaterial) {
         why(QStringLiteral("nothing to reply to"));
@@ -80,7 +74,7 @@ void Glimmo::draftReplies(const platform::RunningApp& app, const Element& appEl,
     }
 
     QString where = app.name;
-    if (!site.isEmpty()) where += QStringLiteral(" (") + site + u')';
+    if (!context->site.isEmpty()) where += QStringLiteral(" (") + context->site + u')';
     if (const auto label = fieldLabel(p_.ax, el)) where += QStringLiteral(" — ") + *label;
     const QString key = where + u'|' + ax::lastGraphemes(context->conversation, kKeyExcerpt) +
                         u'|' + ax::firstGraphemes(context->quoted, kKeyExcerpt);

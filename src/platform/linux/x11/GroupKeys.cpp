@@ -27,25 +27,27 @@ std::optional<unsigned> keyIn(XkbDescPtr xkb, int group, KeySym sym, bool folded
 
 }  // namespace
 
-std::optional<GroupKey> findKey(Display* display, unsigned long keysym) {
-    if (!display || keysym == NoSymbol) return std::nullopt;
+GroupKeys::GroupKeys(Display* display) {
     XkbStateRec state;
-    if (XkbGetState(display, XkbUseCoreKbd, &state) != Success) return std::nullopt;
-    // Read afresh each time: the user may have switched layouts since the last key.
-    XkbDescPtr xkb = XkbGetMap(display, XkbKeyTypesMask | XkbKeySymsMask, XkbUseCoreKbd);
-    if (!xkb) return std::nullopt;
-    std::optional<GroupKey> found;
-    if (auto kc = keyIn(xkb, state.group, keysym, true)) {
-        found = GroupKey{*kc, std::nullopt, state.locked_group};
-    } else {
-        for (int g = 0; g < XkbNumKbdGroups && !found; ++g) {
-            if (g == state.group) continue;
-            if (auto other = keyIn(xkb, g, keysym, false))
-                found = GroupKey{*other, g, state.locked_group};
-        }
+    if (!display || XkbGetState(display, XkbUseCoreKbd, &state) != Success) return;
+    group_ = state.group;
+    lockedGroup_ = state.locked_group;
+    xkb_ = XkbGetMap(display, XkbKeyTypesMask | XkbKeySymsMask, XkbUseCoreKbd);
+}
+
+GroupKeys::~GroupKeys() {
+    if (xkb_) XkbFreeKeyboard(xkb_, 0, True);
+}
+
+std::optional<GroupKey> GroupKeys::find(unsigned long keysym) const {
+    if (!xkb_ || keysym == NoSymbol) return std::nullopt;
+    if (auto kc = keyIn(xkb_, group_, keysym, true))
+        return GroupKey{*kc, std::nullopt, lockedGroup_};
+    for (int g = 0; g < XkbNumKbdGroups; ++g) {
+        if (g == group_) continue;
+        if (auto other = keyIn(xkb_, g, keysym, false)) return GroupKey{*other, g, lockedGroup_};
     }
-    XkbFreeKeyboard(xkb, 0, True);
-    return found;
+    return std::nullopt;
 }
 
 }  // namespace linuxdesk::x11

@@ -6,6 +6,7 @@
 #include <optional>
 
 struct _XDisplay;
+struct _XkbDesc;
 
 namespace linuxdesk::x11 {
 
@@ -18,8 +19,23 @@ struct GroupKey {
     int lockedGroup = 0;
 };
 
-// The key that gives keysym unshifted: in the group that is on, else in the first other group
-// that has it. Absent when no group has it.
-std::optional<GroupKey> findKey(_XDisplay* display, unsigned long keysym);
+// The keyboard's groups and the one that is on, read once when made: the user may have
+// switched layouts since the last key, but not between the keys of one shortcut.
+class GroupKeys {
+public:
+    explicit GroupKeys(_XDisplay* display);
+    ~GroupKeys();
+    GroupKeys(const GroupKeys&) = delete;
+    GroupKeys& operator=(const GroupKeys&) = delete;
+
+    // The key that gives keysym unshifted: in the group that is on, else in the first other
+    // group that has it. Absent when no group has it, or the keyboard could not be read.
+    std::optional<GroupKey> find(unsigned long keysym) const;
+
+private:
+    _XkbDesc* xkb_ = nullptr;
+    int group_ = 0;
+    int lockedGroup_ = 0;
+};
 
 }  // namespace linuxdesk::x11

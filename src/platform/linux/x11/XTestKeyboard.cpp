@@ -116,14 +116,15 @@ void XTestKeyboard::waitForModifiersUp() {
 
 void XTestKeyboard::send(int code, quint64 flags) {
     if (!display_) return;
-    const auto key = x11::findKey(display_, keysymOf(code));
+    const x11::GroupKeys keyboard(display_);
+    const auto key = keyboard.find(keysymOf(code));
     if (!key) return;
     const Modifiers wanted = modifiersOf(code, flags);
     std::array<KeyCode, 3> mods{};
     int held = 0;
     for (int i = 0; i < wanted.count; ++i) {
         const KeySym m = wanted.syms[size_t(i)];
-        const auto mod = x11::findKey(display_, m);
+        const auto mod = keyboard.find(m);
         if (const KeyCode c = mod ? mod->keycode : XKeysymToKeycode(display_, m))
             mods[size_t(held++)] = c;
     }
