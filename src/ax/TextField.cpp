@@ -67,19 +67,12 @@ std::optional<Rect> bounds(platform::Ax& ax, const Element& element, qint64 care
             if (rect->height > 0 && !(rect->x == 0 && rect->y == 0)) return *rect;
         }
     }
-    // The box's frame, else its container's: an empty web editor may report none (-1 sizes).
-    std::optional<Rect> box;
-    Element at = element;
-    for (int up = 0; up < 3 && at && !box; ++up) {
-        auto position = valueAttr<platform::Point>(ax, at, QStringLiteral("AXPosition"));
-        auto size = valueAttr<platform::Size>(ax, at, QStringLiteral("AXSize"));
-        if (position && size && size->width > 0 && size->height > 0)
-            box = Rect{position->x, position->y, size->width, size->height};
-        else
-            at = elementAttr(ax, at, QStringLiteral("AXParent")).value_or(Element{});
-    }
+    auto position = valueAttr<platform::Point>(ax, element, QStringLiteral("AXPosition"));
+    auto size = valueAttr<platform::Size>(ax, element, QStringLiteral("AXSize"));
+    if (!position || !size) return std::nullopt;
+    Rect box{position->x, position->y, size->width, size->height};
     // With nothing before it, the caret stands on the box's first line, not below the whole box.
-    if (box && caret == 0) box->height = std::min(box->height, kFirstLineHeight);
+    if (caret == 0) box.height = std::min(box.height, kFirstLineHeight);
     return box;
 }
 
