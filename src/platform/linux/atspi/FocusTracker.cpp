@@ -168,19 +168,26 @@ AtRef FocusTracker::search(const AtRef& application) {
         else if (w)
             stack.insert(stack.begin(), w);
     }
+    // Qt marks every widget whose focus proxy has the focus as focused too (KTextEditor's view,
+    // its status bar and the bar's buttons): a focused element that is no text box may stand
+    // for one further on, so the walk goes on, and ends on it only when none turns up.
+    AtRef firstFocused;
     int budget = kSearchBudget;
     while (!stack.empty() && budget-- > 0) {
         AtRef node = stack.back();
         stack.pop_back();
         const auto s = at::states(node);
         if (!s || s->defunct) continue;
-        if (s->focused && !standIn(node)) return innermostFocused(node);
+        if (s->focused && !standIn(node)) {
+            if (s->editable && !s->readOnly && at::hasText(node)) return node;
+            if (!firstFocused) firstFocused = innermostFocused(node);
+        }
         const int n = std::min(at::childCount(node).value_or(0), kChildrenLimit);
         for (int i = n - 1; i >= 0; --i) {
             if (AtRef c = at::child(node, i)) stack.push_back(c);
         }
     }
-    return {};
+    return firstFocused;
 }
 
 }  // namespace linuxdesk
