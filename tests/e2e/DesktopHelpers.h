@@ -82,8 +82,15 @@ state = (ctypes.c_ubyte * 32)()
 x.XkbGetState(d, 0x100, state)
 print(state[0])
 )";
+// layouts as the desktops' settings write them, "us,us(dvorak)"; the variant goes apart, since
+// newer keyboard data dropped the old layout-name aliases such as plain "dvorak".
 inline void setLayout(const QString& layouts, int group) {
-    QProcess::execute("setxkbmap", {"-layout", layouts});
+    QStringList names, variants;
+    for (const QString& layout : layouts.split(',')) {
+        names << layout.section('(', 0, 0);
+        variants << layout.section('(', 1).chopped(layout.contains('(') ? 1 : 0);
+    }
+    QProcess::execute("setxkbmap", {"-layout", names.join(','), "-variant", variants.join(',')});
     QProcess::execute("python3", {"-c", kXkbGroup, QString::number(group)});
 }
 inline int layoutGroup() {

@@ -11,6 +11,8 @@ GlimmoRun::GlimmoRun(const QByteArray& script) {
     // A user who finished setting up: no setup window takes the focus from the editor.
     home_.write(QStringLiteral(".config/Glimmo/defaults.json"), R"({"name": "Alex"})");
     setScript(script);
+    // A failed case prints the log: with the engine's notes it says why.
+    home_.write(QStringLiteral(".local/share/Glimmo/debug.flag"), {});
 
     process_.setProcessChannelMode(QProcess::MergedChannels);
     process_.setStandardOutputFile(home_.path() + QStringLiteral("/output.txt"));

@@ -185,8 +185,8 @@ TEST_F(Rewrite, TabAppliesOnEveryLayout) {
         const char* layouts;
         int group;
     };
-    for (const Layout layout : {Layout{"us,dvorak", 1}, Layout{"us,ru", 1}, Layout{"dvorak", 0},
-                                Layout{"fr", 0}}) {
+    for (const Layout layout : {Layout{"us,us(dvorak)", 1}, Layout{"us,ru", 1},
+                                Layout{"us(dvorak)", 0}, Layout{"fr", 0}}) {
         SCOPED_TRACE(layout.layouts);
         const QString typed = QStringLiteral("layouts %1 ar swiched aftr typing")
                                   .arg(QString::fromLatin1(layout.layouts));

@@ -8,12 +8,13 @@
 #include <QProcess>
 #include <QSaveFile>
 #include <QUrl>
+#include <algorithm>
 #include <set>
 
 #include "main/Paths.h"
+#include "platform/LinuxApps.h"
 #include "platform/linux/identity/DesktopSettings.h"
 #include "platform/linux/x11/XDisplay.h"
-#include "platform/LinuxApps.h"
 
 namespace linuxdesk {
 
@@ -67,6 +68,14 @@ std::optional<platform::RunningApp> X11Workspace::frontmost() {
     if (!active) return std::nullopt;
     // Window ids are reused only after a window is gone; a few seconds bound that risk.
     if (last_.window == *active && last_.app && last_.age.elapsed() < 5000) return last_.app;
+    // Mutter 48 names a window of its own active (1x1, off screen) while a native Wayland window
+    // has the focus: only a window the manager lists as a client is an application's.
+    const auto clients =
+        x11::windowListProperty(display_, DefaultRootWindow(display_), "_NET_CLIENT_LIST");
+    if (!clients.empty() && std::find(clients.begin(), clients.end(), *active) == clients.end()) {
+        x11::takeError();
+        return std::nullopt;
+    }
     auto app = appOf(*active);
     x11::takeError();
     last_.window = *active;
