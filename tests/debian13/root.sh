@@ -6,9 +6,9 @@
 # machine's own apt uses, kept outside the clone ($GLIMMO_DEBIAN13_ROOT, by default
 # /var/tmp/glimmo-debian13) so that later runs reuse it. Everything inside is installed by the
 # clone's own ./run, as on a bare machine. COMMAND runs in a private mount namespace: the root
-# is bound onto itself (a mount point, as / is on a real machine, which bwrap and so WebKit's
-# sandbox need), with /proc, /sys, /dev, a fresh /tmp, and this clone and its ../shared at the
-# same paths as outside; the mounts go when COMMAND ends.
+# is bound onto itself and made the namespace's / (as on a real machine, which bwrap and so
+# WebKit's sandbox need), with /proc, /sys, /dev, a fresh /tmp, and this clone and its
+# ../shared at the same paths as outside; the mounts go when COMMAND ends.
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
 clone=$(cd "$here/../.." && pwd)
@@ -97,8 +97,14 @@ run_in_root() {
     mount -t tmpfs tmpfs "$root/run"
     mount --bind "$clone" "$root$clone"
     if [ -d "$shared" ]; then mkdir -p "$root$shared" && mount --bind -o ro "$shared" "$root$shared"; fi
+    # pivot_root, not chroot: the kernel refuses new user namespaces to a chrooted process, and
+    # WebKit'"'"'s sandbox (bwrap) needs them.
+    mkdir -p "$root/.host"
     cd "$root"
-    exec chroot "$root" /usr/bin/env -i HOME=/root PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin \
+    pivot_root . .host
+    cd /
+    umount -l /.host
+    exec /usr/bin/env -i HOME=/root PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin \
       TERM="${TERM:-dumb}" LANG=C.UTF-8 CI="${CI:-}" \
       NODE_EXTRA_CA_CERTS=/etc/glimmo-host-ca.crt npm_config_cafile=/etc/glimmo-host-ca.crt \
       /bin/bash -c "cd \"$clone\" && exec \"\$@\"" bash "$@"

@@ -13,6 +13,7 @@
 #include "DesktopHelpers.h"
 #include "EngineOnDesktop.h"
 #include "LaunchReview.h"
+#include "ScreenCaret.h"
 
 using desktop::settle;
 using desktop::windowNamed;
@@ -80,7 +81,17 @@ TEST_F(EvolutionOnDesktop, ReplyAboveTheQuoteGetsDraftsFromTheQuote) {
     ASSERT_FALSE(inbox.isEmpty()) << "the message did not arrive in the Inbox";
     desktop::xdotool({"windowactivate", "--sync", inbox});
     desktop::xdotool({"key", "ctrl+r"});
-    const QString composer = windowNamed(QStringLiteral("Re: Launch review"), 20000);
+    QString composer = windowNamed(QStringLiteral("Re: Launch review"), 8000);
+    if (composer.isEmpty()) {
+        // Evolution 3.56 selects no message on its own (nor do its keys before one is): the
+        // first row of the list, under the column titles, is clicked, as a user would.
+        desktop::xdotool({"mousemove", "--window", inbox, "430", "171", "click", "1"});
+        QThread::msleep(1000);
+        desktop::xdotool({"key", "ctrl+r"});
+        composer = windowNamed(QStringLiteral("Re: Launch review"), 20000);
+    }
+    if (composer.isEmpty())
+        desktop::screenshot().save(QStringLiteral(GLIMMO_SHOT_DIR "/e2e-evolution-no-reply.png"));
     ASSERT_FALSE(composer.isEmpty()) << "no reply window";
     // The caret starts on the attribution line; the body reports its focus once the caret moves.
     QThread::msleep(1500);

@@ -69,10 +69,11 @@ std::optional<platform::RunningApp> X11Workspace::frontmost() {
     // Window ids are reused only after a window is gone; a few seconds bound that risk.
     if (last_.window == *active && last_.app && last_.age.elapsed() < 5000) return last_.app;
     // Mutter 48 names a window of its own active (1x1, off screen) while a native Wayland window
-    // has the focus: only a window the manager lists as a client is an application's.
+    // has the focus: only a window the manager lists as a client is an application's (every
+    // manager that names the active window keeps that list; it is empty when no X11 client runs).
     const auto clients =
         x11::windowListProperty(display_, DefaultRootWindow(display_), "_NET_CLIENT_LIST");
-    if (!clients.empty() && std::find(clients.begin(), clients.end(), *active) == clients.end()) {
+    if (std::find(clients.begin(), clients.end(), *active) == clients.end()) {
         x11::takeError();
         return std::nullopt;
     }
