@@ -97,6 +97,35 @@ inline int layoutGroup() {
     return output("python3", {"-c", kXkbGroup}).trimmed().toInt();
 }
 
+// Asks the window manager to maximise window (an X window id), as a title bar's button does.
+inline void maximise(const QString& window) {
+    static const char* script = R"(
+import ctypes, sys
+x = ctypes.cdll.LoadLibrary("libX11.so.6")
+x.XOpenDisplay.restype = ctypes.c_void_p
+x.XDefaultRootWindow.restype = ctypes.c_ulong
+x.XDefaultRootWindow.argtypes = [ctypes.c_void_p]
+x.XInternAtom.restype = ctypes.c_ulong
+x.XInternAtom.argtypes = [ctypes.c_void_p, ctypes.c_char_p, ctypes.c_int]
+x.XSendEvent.argtypes = [ctypes.c_void_p, ctypes.c_ulong, ctypes.c_int, ctypes.c_long,
+                         ctypes.c_void_p]
+class Message(ctypes.Structure):
+    _fields_ = [("type", ctypes.c_int), ("serial", ctypes.c_ulong), ("send_event", ctypes.c_int),
+                ("display", ctypes.c_void_p), ("window", ctypes.c_ulong),
+                ("message_type", ctypes.c_ulong), ("format", ctypes.c_int),
+                ("data", ctypes.c_long * 5), ("pad", ctypes.c_long * 24)]
+d = ctypes.c_void_p(x.XOpenDisplay(None))
+atom = lambda name: x.XInternAtom(d, name, 0)
+m = Message(type=33, send_event=1, display=d, window=int(sys.argv[1], 0),
+            message_type=atom(b"_NET_WM_STATE"), format=32)
+m.data[0], m.data[1], m.data[2], m.data[3] = (1, atom(b"_NET_WM_STATE_MAXIMIZED_VERT"),
+                                              atom(b"_NET_WM_STATE_MAXIMIZED_HORZ"), 1)
+x.XSendEvent(d, x.XDefaultRootWindow(d), 0, (1 << 19) | (1 << 20), ctypes.byref(m))
+x.XSync(d, 0)
+)";
+    QProcess::execute("python3", {"-c", script, window});
+}
+
 // The visible window of process pid whose title matches the pattern; empty when there is none.
 inline QString windowOf(qint64 pid, const QString& title) {
     return output("xdotool",

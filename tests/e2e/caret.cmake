@@ -4,7 +4,7 @@ add_executable(test_e2e_caret ${CMAKE_CURRENT_LIST_DIR}/caret_test.cpp)
 target_link_libraries(test_e2e_caret PRIVATE
   glimmo_desktopsupport glimmo_standin glimmo_engine glimmo_linux Qt6::Network)
 target_compile_definitions(test_e2e_caret PRIVATE GLIMMO_SHOT_DIR="${CMAKE_BINARY_DIR}")
-glimmo_desktop_test(e2e_writer test_e2e_caret --gtest_filter=*.LibreOfficeWriter)
+glimmo_desktop_test(e2e_writer test_e2e_caret --gtest_filter=*.LibreOfficeWriter*)
 glimmo_desktop_test(e2e_firefox test_e2e_caret --gtest_filter=*.FirefoxTextarea)
 glimmo_desktop_test(e2e_gtk4 test_e2e_caret --gtest_filter=*.GnomeTextEditor)
 glimmo_desktop_test(e2e_kwrite test_e2e_caret --gtest_filter=*.KWrite)

@@ -169,6 +169,8 @@ ReportedToScreen WindowMapping::measure(const AtRef& element) {
     // Content grafted into a toolkit's window (LibreOffice's under the menu bar GTK draws)
     // names a parent that does not list it, and may place itself as though it filled the
     // window. The box of its size in the window's own tree is where it really is.
+    // LibreOffice 25 lists its content where it is in the tree, yet places it the same way: the
+    // content then has exactly its holder's size but not its place, and the holder's is true.
     std::optional<std::pair<AtRef, AtRef>> graft;  // (content, the window holding it)
     if (!listed) graft.emplace(top, window);
     for (size_t i = chain.size() - 1; i-- > 0 && !graft;) {
@@ -176,6 +178,14 @@ ReportedToScreen WindowMapping::measure(const AtRef& element) {
         const auto index = at::indexInParent(chain[i].first);
         if (index && !sameObject(at::child(parent, *index), chain[i].first))
             graft.emplace(chain[i].first, parent);
+        const auto& box = chain[i].second;
+        const auto& holder = chain[i + 1].second;
+        if (!graft && usable(box) && usable(holder) && sameSize(*box, *holder) &&
+            (box->x != holder->x || box->y != holder->y)) {
+            map.shiftX = holder->x - box->x;
+            map.shiftY = holder->y - box->y;
+            return map;
+        }
         if (i + 3 < chain.size()) break;  // grafts sit just below the top-level
     }
     if (graft) {
