@@ -1,5 +1,6 @@
-# The bubble at the caret in LibreOffice Writer, Firefox, GNOME Text Editor and KWrite, measured on
-# the screen; the screenshots of the bubble are left in the build folder.
+# The bubble at the caret in LibreOffice Writer, Firefox, GNOME Text Editor and KWrite, and in
+# both browsers and KWrite on a screen scaled by 1.5, measured on the screen; the screenshots of the bubble
+# are left in the build folder.
 add_executable(test_e2e_caret ${CMAKE_CURRENT_LIST_DIR}/caret_test.cpp)
 target_link_libraries(test_e2e_caret PRIVATE
   glimmo_desktopsupport glimmo_standin glimmo_engine glimmo_linux Qt6::Network)
@@ -9,6 +10,8 @@ glimmo_desktop_test(e2e_firefox test_e2e_caret --gtest_filter=*.FirefoxTextarea)
 glimmo_desktop_test(e2e_gtk4 test_e2e_caret --gtest_filter=*.GnomeTextEditor)
 glimmo_desktop_test(e2e_kwrite test_e2e_caret --gtest_filter=*.KWrite)
 glimmo_desktop_test(e2e_kwrite_first test_e2e_caret --gtest_filter=*.KWriteInFrontFirst)
+glimmo_desktop_test(e2e_scaled_browsers test_e2e_caret --gtest_filter=*At150)
 # A machine without the application reports its test as skipped, never as passed.
-set_tests_properties(e2e_writer e2e_firefox e2e_gtk4 e2e_kwrite e2e_kwrite_first PROPERTIES TIMEOUT 150
+set_tests_properties(e2e_writer e2e_firefox e2e_gtk4 e2e_kwrite e2e_kwrite_first
+  e2e_scaled_browsers PROPERTIES TIMEOUT 150
   SKIP_REGULAR_EXPRESSION "APP TEST SKIPPED")

@@ -14,6 +14,7 @@
 #include <QProcess>
 #include <iostream>
 
+#include "Chromium.h"
 #include "EngineOnDesktop.h"
 #include "Firefox.h"
 #include "PageServer.h"
@@ -282,6 +283,56 @@ TEST_F(AppsOnDesktop, KWriteInFrontFirst) {
     kwrite.windowOwner(pid);
     desktop::xdotool({"key", "ctrl+End"});
     typeAndApply(pid, "kwrite-first", above);
+}
+
+// Browsers on a screen scaled by 1.5, as GNOME and KDE scale a high-density laptop's: Chromium
+// counts its page in device pixels and its window in its own, Firefox both in its own.
+TEST_F(AppsOnDesktop, ChromiumTextareaAt150) {
+    ASSERT_TRUE(desktop.hasDisplay());
+    const QString chromium = installed({"chromium", "chromium-browser"}, "chromium");
+    if (chromium.isEmpty()) return;
+    engine.start();
+    desktop::PageServer server(kPage);
+    desktop::Chromium browser(
+        chromium, home.path() + QStringLiteral("/chromium"),
+        server.url(QStringLiteral("127.0.0.1"), QStringLiteral("/notes.html")),
+        {QStringLiteral("--force-device-scale-factor=1.5")});
+    ASSERT_TRUE(browser.started());
+    const qint64 pid = textBoxInFront(60000);
+    ASSERT_NE(pid, 0) << log().toStdString();
+    typeAndApply(pid, "chromium-150");
+}
+
+TEST_F(AppsOnDesktop, FirefoxTextareaAt150) {
+    ASSERT_TRUE(desktop.hasDisplay());
+    const QString firefox = installed({"firefox-esr", "firefox"}, "firefox-esr");
+    if (firefox.isEmpty()) return;
+    engine.start();
+    desktop::PageServer server(kPage);
+    desktop::Firefox browser(firefox, home,
+                             server.url(QStringLiteral("127.0.0.1"), QStringLiteral("/notes.html")),
+                             "user_pref(\"layout.css.devPixelsPerPx\", \"1.5\");\n");
+    ASSERT_TRUE(browser.started());
+    const qint64 pid = textBoxInFront(60000);
+    ASSERT_NE(pid, 0) << log().toStdString();
+    typeAndApply(pid, "firefox-150");
+}
+
+// KWrite scaled by Qt as Plasma scales it (KDE Frameworks 5: QT_SCALE_FACTOR).
+TEST_F(AppsOnDesktop, KWriteAt150) {
+    ASSERT_TRUE(desktop.hasDisplay());
+    const QString program = installed({"kwrite"}, "kwrite");
+    if (program.isEmpty()) return;
+    engine.start();
+    const QString above = QStringLiteral("Agenda for Monday.\n\n");
+    const QString file = home.write("note.txt", above.toUtf8());
+    App kwrite(program, {file}, home, {"QT_SCALE_FACTOR=1.5"});
+    ASSERT_TRUE(kwrite.started());
+    const qint64 pid = textBoxInFront(40000, above);
+    ASSERT_NE(pid, 0) << log().toStdString();
+    kwrite.windowOwner(pid);
+    desktop::xdotool({"key", "ctrl+End"});
+    typeAndApply(pid, "kwrite-150", above);
 }
 
 TEST_F(AppsOnDesktop, GnomeTextEditor) {

@@ -115,8 +115,10 @@ TEST(Modes, OptionsAnswerWithoutDisplayAndALaunchSaysWhatIsMissing) {
 
 TEST(Modes, WindowImagesWithoutDisplay) {
     testsupport::TempHome home;
-    ASSERT_EQ(runGlimmo(home, {"-snapshotSetup", home.path()}).status, 0);
-    ASSERT_EQ(runGlimmo(home, {"-snapshotUI", home.path()}).status, 0);
+    for (const char* mode : {"-snapshotSetup", "-snapshotUI"}) {
+        const Outcome shot = runGlimmo(home, {mode, home.path()});
+        ASSERT_EQ(shot.status, 0) << mode << ": " << shot.err.toStdString();
+    }
     for (const char* name : {"apps", "apps-open", "ui-apps"})
         EXPECT_FALSE(QImage(home.path() + "/" + name + ".png").isNull()) << name;
     // The bubble on a transparent ground: rounded corners leave the very corner clear.

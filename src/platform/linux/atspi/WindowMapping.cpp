@@ -68,6 +68,19 @@ std::optional<Rect> centredFrame(const Rect& client, const Rect& reported) {
     return std::nullopt;
 }
 
+// Chromium on a scaled screen reports its window in its own units but its pages in device
+// pixels, already true: a page as wide as the window scaled up is one of those.
+bool pageInDevicePixels(const AtRef& app,
+                        const std::vector<std::pair<AtRef, std::optional<Rect>>>& chain,
+                        const Rect& window, double scale) {
+    if (at::toolkit(app).value_or(QString()) != QLatin1String("Chromium")) return false;
+    for (const auto& [node, box] : chain) {
+        if (at::role(node) != ATSPI_ROLE_DOCUMENT_WEB) continue;
+        return usable(box) && box->width > window.width * (1 + scale) / 2;
+    }
+    return false;
+}
+
 }  // namespace
 
 Rect ReportedToScreen::apply(const Rect& r) const {
@@ -165,6 +178,7 @@ ReportedToScreen WindowMapping::measure(const AtRef& element) {
             break;
         }
     }
+    if (map.scale != 1 && pageInDevicePixels(app, chain, *reported, map.scale)) return {};
 
     // Content grafted into a toolkit's window (LibreOffice's under the menu bar GTK draws)
     // names a parent that does not list it, and may place itself as though it filled the
