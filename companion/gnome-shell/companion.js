@@ -130,8 +130,9 @@ class Companion {
                     console.warn(`Glimmo companion: cannot take ${key}`);
                     continue;
                 }
+                // Windows only: never over the lock screen, the overview or a shell menu.
                 Main.wm.allowKeybinding(Meta.external_binding_name_for_action(action),
-                    Shell.ActionMode.ALL);
+                    Shell.ActionMode.NORMAL);
                 this._grabs.set(action, key);
             }
         } else if (!wanted) {

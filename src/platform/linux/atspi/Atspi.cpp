@@ -23,7 +23,10 @@ constexpr int kStartupTimeoutMs = 0;
 constexpr int kPingTimeoutMs = 2000;
 // GTK 4.8 makes the selection it is asked for but never answers; the keyboard must not wait
 // the full timeout for that. An application that kept silent once is not waited for again
-// (its bus name lasts as long as it runs).
+// (its bus name lasts as long as it runs). GTK 4.14 to 4.20 text views refuse AddSelection,
+// SetSelection and SetCaretOffset at once (NotSupported; the setters come back in 4.22), and
+// give character boxes only in window coordinates: the engine then selects the paragraph with
+// the keyboard, and the boxes are placed from the window's own place.
 constexpr int kSelectionTimeoutMs = 150;
 constexpr int kSilentSelectionTimeoutMs = 1;
 
