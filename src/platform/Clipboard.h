@@ -14,6 +14,15 @@ struct ClipItem {
 };
 using ClipContents = std::vector<ClipItem>;
 
+// What a save returns when it took nothing of the user's (the paste goes in another way): its
+// restore puts nothing back.
+inline ClipContents untouchedClipboard() {
+    return {ClipItem{{{QStringLiteral("application/x-glimmo-clipboard-untouched"), {}}}}};
+}
+inline bool untouched(const ClipContents& contents) {
+    return contents == untouchedClipboard();
+}
+
 class Clipboard {
 public:
     virtual ~Clipboard() = default;

@@ -3,6 +3,7 @@
 // user would drive them. The cases share one editor and one running program and build on each
 // other's text, so they run in the order written.
 #include <gtest/gtest.h>
+#include <signal.h>
 
 #include <QImage>
 #include <QProcess>
@@ -206,6 +207,32 @@ TEST_F(Rewrite, TabAppliesOnEveryLayout) {
         EXPECT_EQ(clipboard.save(), before);
         desktop::setLayout(QStringLiteral("us"), 0);
     }
+}
+
+// The application holding the clipboard is stopped (a suspended job, a debugger's): nothing
+// waits on it, the rewrite goes in all the same, and its clipboard is still there once it runs.
+TEST_F(Rewrite, AStoppedClipboardOwnerKeepsItsClipboard) {
+    // A new owner: earlier cases left Glimmo's copy of the clipboard on it.
+    GtkEditor stopped({"--own-clipboard", "held by a stopped program", "--title", "Stopped"});
+    ASSERT_TRUE(stopped.ready());
+    desktop::xdotool({"windowactivate", "--sync", desktop::windowOf(editor->pid(), "Rewrite")});
+    const std::string before = foreignContent();
+    ASSERT_NE(before.find("held by a stopped program"), std::string::npos) << before;
+    const QString typed = QStringLiteral("the owner is stoped while we tipe");
+    const QString rewrite = QStringLiteral("The owner is stopped while we type.");
+    glimmo->setScript(answer(rewrite));
+    ::kill(pid_t(stopped.pid()), SIGSTOP);
+    typeParagraph(typed);
+    EXPECT_TRUE(waitUntil([&] { return value().endsWith(typed); })) << value().toStdString();
+    EXPECT_TRUE(bubbleShown(true));
+    desktop::xdotool({"key", "Tab"});
+    EXPECT_TRUE(waitUntil([&] { return value().endsWith(rewrite); }, 3000))
+        << value().toStdString();
+    pause(1500);
+    ::kill(pid_t(stopped.pid()), SIGCONT);
+    EXPECT_TRUE(glimmo->log().contains("is stopped: pasting without the clipboard"))
+        << glimmo->log().toStdString();
+    EXPECT_EQ(foreignContent(), before);
 }
 
 TEST_F(Rewrite, NothingIsAskedInAPasswordEntry) {

@@ -1,5 +1,6 @@
 #include "platform/linux/session/Desktop.h"
 
+#include "main/Log.h"
 #include "platform/linux/atspi/AtspiAx.h"
 #include "platform/linux/session/LinuxInputSource.h"
 #include "platform/linux/session/QtClipboard.h"
@@ -20,6 +21,28 @@
 #include "platform/linux/x11/XTestKeyboard.h"
 
 namespace linuxdesk {
+
+namespace {
+
+// A paste made without the clipboard: the focused text box's selection is replaced through its
+// EditableText interface; said in the log when that cannot be done.
+void pasteWithoutClipboard(AtspiAx& ax, X11Workspace& workspace, const QString& text) {
+    const auto front = workspace.frontmost();
+    const platform::Element app = front ? ax.application(front->pid) : nullptr;
+    const auto focused =
+        app ? ax.attribute(app, QStringLiteral("AXFocusedUIElement")) : std::nullopt;
+    const auto* element = focused ? std::get_if<platform::Element>(&*focused) : nullptr;
+    const auto selected = element && *element
+                              ? ax.attribute(*element, QStringLiteral("AXSelectedTextRange"))
+                              : std::nullopt;
+    const auto* range = selected ? std::get_if<platform::Range>(&*selected) : nullptr;
+    if (range && ax.replace(*element, *range, text)) return;
+    glimmo::log(
+        QStringLiteral("the rewrite could not go in without the clipboard; "
+                       "the paragraph stays as it was"));
+}
+
+}  // namespace
 
 struct Desktop::Parts {
     AtspiAx ax;
@@ -48,6 +71,12 @@ struct Desktop::Parts {
 Desktop::Desktop() : parts_(std::make_unique<Parts>()) {
     const auto pasted = [this] { parts_->clipboard.pastePressed(); };
     parts_->keyboard.onPaste(pasted);
+    parts_->keyboard.insteadOfPaste([this] {
+        Parts& p = *parts_;
+        const auto held = p.clipboard.takeHeld();
+        if (held) pasteWithoutClipboard(p.ax, p.workspace, *held);
+        return held.has_value();
+    });
     parts_->routedKeyboard.onPaste(pasted);
 }
 

@@ -3,6 +3,9 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
+#include <utility>
+
+#include "main/Log.h"
 
 namespace linuxdesk {
 
@@ -76,6 +79,18 @@ platform::ClipContents QtClipboard::save() {
     // While a restore waits, the user's clipboard is the one it will put back.
     if (pending_ && ownsTransient()) return *pending_;
     QClipboard* cb = clipboard();
+    bypass_ = false;
+    if (cb && !cb->ownsClipboard()) {
+        if (const auto pid = owner_.stopped()) {
+            if (reportedStopped_ != *pid)
+                glimmo::log(QStringLiteral("the clipboard's owner (process %1) is stopped: "
+                                           "pasting without the clipboard")
+                                .arg(*pid));
+            reportedStopped_ = *pid;
+            bypass_ = true;
+            return platform::untouchedClipboard();
+        }
+    }
     const QMimeData* data = cb ? cb->mimeData(QClipboard::Clipboard) : nullptr;
     if (!data) return {};
     platform::ClipItem item;
@@ -92,6 +107,7 @@ platform::ClipContents QtClipboard::save() {
 }
 
 void QtClipboard::restore(const platform::ClipContents& contents) {
+    if (platform::untouched(contents)) return;
     if (awaitingPaste()) {
         pending_ = contents;
         retry_.start();
@@ -116,6 +132,10 @@ void QtClipboard::put(const platform::ClipContents& contents) {
 }
 
 void QtClipboard::writeTransientText(const QString& text) {
+    if (bypass_) {
+        held_ = text;
+        return;
+    }
     cancelPending();
     QClipboard* cb = clipboard();
     if (!cb) return;
@@ -127,6 +147,11 @@ void QtClipboard::writeTransientText(const QString& text) {
     cb->setMimeData(data, QClipboard::Clipboard);
     transient_ = data;
     written_.start();
+}
+
+std::optional<QString> QtClipboard::takeHeld() {
+    bypass_ = false;
+    return std::exchange(held_, std::nullopt);
 }
 
 void QtClipboard::writeText(const QString& text) {

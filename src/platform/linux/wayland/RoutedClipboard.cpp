@@ -6,27 +6,14 @@
 
 namespace linuxdesk {
 
-namespace {
-
-// Nothing of the user's was taken, so restoring must put nothing back, whichever window is
-// frontmost by then.
-const QString kUntouched = QStringLiteral("application/x-glimmo-clipboard-untouched");
-
-bool untouched(const platform::ClipContents& contents) {
-    return contents.size() == 1 && contents[0].types.size() == 1 &&
-           contents[0].types[0].first == kUntouched;
-}
-
-}  // namespace
-
 platform::ClipContents RoutedClipboard::save() {
     if (route_.native() && !pastesForReal(route_, companion_))
-        return {platform::ClipItem{{{kUntouched, QByteArray()}}}};
+        return platform::untouchedClipboard();
     return x11_.save();
 }
 
 void RoutedClipboard::restore(const platform::ClipContents& contents) {
-    if (!untouched(contents)) x11_.restore(contents);
+    if (!platform::untouched(contents)) x11_.restore(contents);
 }
 
 bool RoutedClipboard::restoreWaiting() const {

@@ -1,8 +1,8 @@
 #include "platform/linux/x11/XTestKeyboard.h"
 
 #include <QElapsedTimer>
-#include <array>
 #include <QThread>
+#include <array>
 
 #include "platform/Keys.h"
 #include "platform/linux/x11/GroupKeys.h"
@@ -116,6 +116,8 @@ void XTestKeyboard::waitForModifiersUp() {
 
 void XTestKeyboard::send(int code, quint64 flags) {
     if (!display_) return;
+    if (instead_ && code == platform::key::V && flags == platform::flag::Command && instead_())
+        return;
     const x11::GroupKeys keyboard(display_);
     const auto key = keyboard.find(keysymOf(code));
     if (!key) return;

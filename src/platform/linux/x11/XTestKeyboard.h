@@ -32,6 +32,9 @@ public:
 
     // Called once a paste key (Control+V) went out.
     void onPaste(std::function<void()> pasted) { pasted_ = std::move(pasted); }
+    // Asked before a paste key goes out; true when the paste was made another way, and the key
+    // is then not pressed.
+    void insteadOfPaste(std::function<bool()> instead) { instead_ = std::move(instead); }
 
 private:
     void send(int code, quint64 flags);
@@ -40,6 +43,7 @@ private:
     _XDisplay* display_ = nullptr;
     int held_ = 0;
     std::function<void()> pasted_;
+    std::function<bool()> instead_;
     std::vector<std::pair<int, quint64>> pending_;
 };
 
