@@ -93,6 +93,14 @@ inline void setLayout(const QString& layouts, int group) {
     QProcess::execute("setxkbmap", {"-layout", names.join(','), "-variant", variants.join(',')});
     QProcess::execute("python3", {"-c", kXkbGroup, QString::number(group)});
 }
+// Layouts as users have them, the group switched on (the last, after typing, as a user
+// switches): Dvorak's V is where US has K, Russian has no V at all, AZERTY moves A.
+struct SwitchedLayout {
+    const char* layouts;
+    int group;
+};
+inline constexpr SwitchedLayout kSwitchedLayouts[] = {
+    {"us,us(dvorak)", 1}, {"us,ru", 1}, {"us(dvorak)", 0}, {"fr", 0}};
 inline int layoutGroup() {
     return output("python3", {"-c", kXkbGroup}).trimmed().toInt();
 }

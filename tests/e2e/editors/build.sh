@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
 # build.sh OUT_DIR [CACHE_DIR]
-# Pages with real rich-text editors (ProseMirror, Quill, Lexical, Slate, CKEditor 5), for the
-# end-to-end tests that run Glimmo against them in Chromium and Firefox: OUT_DIR/<editor>.html,
-# each one self-contained. The editors' npm packages are installed into CACHE_DIR (default
-# OUT_DIR/.npm-work) and kept there until package.json or package-lock.json changes, so that a
-# build with nothing changed takes seconds.
+# Pages with real rich-text editors (ProseMirror, Quill, Lexical, Slate, CKEditor 5, TinyMCE),
+# for the end-to-end tests that run Glimmo against them in Chromium and Firefox:
+# OUT_DIR/<editor>.html, each one self-contained. The editors' npm packages are installed into
+# CACHE_DIR (default OUT_DIR/.npm-work) and kept there until package.json or package-lock.json
+# changes, so that a build with nothing changed takes seconds.
 set -euo pipefail
 
 if [ $# -lt 1 ]; then

@@ -17,6 +17,7 @@ const editors = {
   lexical: ['lexical.js', 'Lexical'],
   slate: ['slate.jsx', 'Slate'],
   ckeditor5: ['ckeditor5.js', 'CKEditor 5'],
+  tinymce: ['tinymce.js', 'TinyMCE'],
 };
 
 const result = await esbuild.build({

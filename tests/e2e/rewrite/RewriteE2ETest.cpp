@@ -55,7 +55,8 @@ class Rewrite : public WithGlimmo {
 protected:
     static void SetUpTestSuite() {
         // Another application owns the clipboard (a text and an image item) before the editor
-        // comes up on top of it with the keyboard focus.
+        // comes up on top of it with the keyboard focus; Glimmo starts after both, as after a
+        // login that restores the session.
         owner = new GtkEditor({"--own-clipboard", kClipText, "--title", "Clipboard owner"});
         editor = new GtkEditor({"--text", kStart, "--title", "Rewrite editor"});
         glimmo = new GlimmoRun(answer(kRewrite));
@@ -182,12 +183,7 @@ TEST_F(Rewrite, ShiftTabReachesTheApplication) {
 TEST_F(Rewrite, TabAppliesOnEveryLayout) {
     linuxdesk::QtClipboard clipboard;
     const platform::ClipContents before = clipboard.save();
-    struct Layout {
-        const char* layouts;
-        int group;
-    };
-    for (const Layout layout : {Layout{"us,us(dvorak)", 1}, Layout{"us,ru", 1},
-                                Layout{"us(dvorak)", 0}, Layout{"fr", 0}}) {
+    for (const desktop::SwitchedLayout& layout : desktop::kSwitchedLayouts) {
         SCOPED_TRACE(layout.layouts);
         const QString typed = QStringLiteral("layouts %1 ar swiched aftr typing")
                                   .arg(QString::fromLatin1(layout.layouts));
