@@ -140,7 +140,9 @@ ReportedToScreen WindowMapping::measure(const AtRef& element) {
     }
     // LibreOffice's own top-level may have no parent: its application is found by bus name.
     if (!app) app = at::application(element);
-    if (!app || chain.empty()) return map;
+    // A text box that is a window of its own (a Qt widget shown alone) is its own top-level.
+    if (app && chain.empty()) chain.emplace_back(element, at::extents(element));
+    if (!app) return map;
     const AtRef& top = chain.back().first;
 
     // Where window coordinates start, for toolkits that only answer in those.
