@@ -47,6 +47,14 @@ std::optional<QString> fieldLabel(platform::Ax& ax, const Element& el) {
     return std::nullopt;
 }
 
+// Where the list stands: the caret, or the box's start when only blank lines are before it (the
+// box of a line break is no place: Gecko answers an empty paragraph's with its window's corner).
+std::optional<platform::Rect> replyCaret(platform::Ax& ax, const Element& el, const QString& text,
+                                         Range selection) {
+    const bool blankBefore = text.left(selection.location).trimmed().isEmpty();
+    return ax::bounds(ax, el, blankBefore ? 0 : selection.location);
+}
+
 int keptIndex(const std::optional<Replies>& current, qsizetype count) {
     return int(qMin<qsizetype>(count - 1, current ? current->index : 0));
 }
@@ -80,10 +88,7 @@ void Glimmo::draftReplies(const platform::RunningApp& app, const Element& appEl,
                         u'|' + ax::firstGraphemes(context->quoted, kKeyExcerpt);
     if (dismissedReplies.contains(key)) return;
 
-    // Only blank lines before the caret: it stands at the box's start. The box of a line break
-    // before it is no place (Gecko answers an empty paragraph's with its window's corner).
-    const bool blankBefore = text.left(selection.location).trimmed().isEmpty();
-    const auto caret = ax::bounds(p_.ax, el, blankBefore ? 0 : selection.location);
+    const auto caret = replyCaret(p_.ax, el, text, selection);
     if (!caret) return;
 
     if (const auto hit = replyCache.constFind(key); hit != replyCache.constEnd()) {
@@ -126,8 +131,10 @@ void Glimmo::onDraftPartial(const QString& partial, const QString& text, Range s
     if (lastText != text || ax::selectedRange(p_.ax, el) != std::optional(selection)) return;
     const QStringList options = partialReplyOptions(partial);
     if (options.isEmpty() || (replies && replies->options.size() >= options.size())) return;
+    // Asked again: a page that was still laying itself out when drafting began has settled.
+    const platform::Rect at = replyCaret(p_.ax, el, text, selection).value_or(caret);
     replies =
-        Replies{el, options, keptIndex(replies, options.size()), key, caret, options.size() < 3};
+        Replies{el, options, keptIndex(replies, options.size()), key, at, options.size() < 3};
     showReplyList();
 }
 
@@ -143,7 +150,8 @@ void Glimmo::onDraftDone(const QString& answer, const QString& text, Range selec
     }
     replyCache.insert(key, *options);
     if (lastText == text && ax::selectedRange(p_.ax, el) == std::optional(selection)) {
-        replies = Replies{el, *options, keptIndex(replies, options->size()), key, caret, false};
+        const platform::Rect at = replyCaret(p_.ax, el, text, selection).value_or(caret);
+        replies = Replies{el, *options, keptIndex(replies, options->size()), key, at, false};
         showReplyList();
         return;
     }

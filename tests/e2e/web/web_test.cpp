@@ -21,6 +21,7 @@
 #include "EngineOnDesktop.h"
 #include "Firefox.h"
 #include "ScreenCaret.h"
+#include "ax/TextField.h"
 #include "WaylandKeys.h"
 #include "platform/linux/atspi/Atspi.h"
 
@@ -285,6 +286,15 @@ TEST_P(ReplySite, DraftsFromTheThreadAndTabPutsTheChosenOneIn) {
         waitUntil([&] { return shown.options.size() == 3 && !shown.more; }, 30000))
         << seen();
     EXPECT_EQ(shown.options, kDrafts);
+    // The list stands under the empty box's first line (a page still laying itself out when
+    // drafting began once put it at the window's corner).
+    ASSERT_TRUE(engine.lastEl);
+    const auto box = ax::bounds(platform.ax, *engine.lastEl, 0);
+    ASSERT_TRUE(box);
+    const platform::Rect& list = shown.frame;
+    EXPECT_TRUE(std::abs(list.x - box->x) <= 16 && list.y >= box->y &&
+                list.y <= box->y + box->height + 16)
+        << "list at " << list.x << "," << list.y << ", box at " << box->x << "," << box->y;
     const QString body = request();
     const QString site = host.startsWith(QLatin1String("mail.")) ? QStringLiteral("Gmail")
                                                                  : QStringLiteral("Slack");
