@@ -1,8 +1,11 @@
 #!/usr/bin/env bash
 # packaging/release.sh [OUT_DIR]   the Debian package and the release image, into OUT_DIR
 #                                  (default: dist/ in the source folder)
-# Builds in build-release/ (program only, Release), or in an existing build folder given as
-# GLIMMO_BUILD_DIR (the tests do that). Needs dpkg-dev and xorriso.
+# Builds in build-release-<release>/ (program only, Release; build-release-bookworm on Debian
+# 12), or in an existing build folder given as GLIMMO_BUILD_DIR (the tests do that). The
+# package depends on the libraries of the release it is built on: build it on each release it
+# is for (Debian 13 from here: tests/debian13/root.sh run packaging/release.sh dist/debian13).
+# Needs dpkg-dev and xorriso.
 set -euo pipefail
 repo=$(cd "$(dirname "$0")/.." && pwd)
 out=${1:-$repo/dist}
@@ -12,7 +15,8 @@ out=$(cd "$out" && pwd)
 if [ -n "${GLIMMO_BUILD_DIR:-}" ]; then
     build=$GLIMMO_BUILD_DIR
 else
-    build=$repo/build-release
+    release=$(. /etc/os-release && echo "${VERSION_CODENAME:-$ID}")
+    build=$repo/build-release-$release
     cmake -S "$repo" -B "$build" -DCMAKE_BUILD_TYPE=Release -DGLIMMO_TESTS=OFF >/dev/null
 fi
 cmake --build "$build" -j2 --target glimmo >/dev/null

@@ -1,6 +1,10 @@
 #!/usr/bin/env bash
 # tests/debian13/root.sh make            make the Debian 13 root when missing or over a week old
 # tests/debian13/root.sh run COMMAND...  run COMMAND as root inside it, in this clone
+# tests/debian13/root.sh bare SUITE COMMAND...
+#                                        run COMMAND in a throwaway copy of a bare root of the
+#                                        Debian release SUITE (bookworm, trixie): what COMMAND
+#                                        installs there goes when it ends
 #
 # The root is a plain Debian 13 ("trixie") made with debootstrap from the same archive this
 # machine's own apt uses, kept outside the clone ($GLIMMO_DEBIAN13_ROOT, by default
@@ -14,6 +18,8 @@ here=$(cd "$(dirname "$0")" && pwd)
 clone=$(cd "$here/../.." && pwd)
 root=${GLIMMO_DEBIAN13_ROOT:-/var/tmp/glimmo-debian13}
 suite=trixie
+include=ca-certificates,sudo
+throwaway=
 
 [ "$(id -u)" = 0 ] || { echo "root.sh: needs root (debootstrap, chroot)" >&2; exit 77; }
 
@@ -40,8 +46,8 @@ make_root() {
   local m new=$root.new
   m=$(mirror)
   rm -rf "$new"
-  echo "Making the Debian 13 root in $root (debootstrap $suite)..."
-  debootstrap --variant=minbase --include=ca-certificates,sudo "$suite" "$new" "$m" \
+  echo "Making the Debian root in $root (debootstrap $suite)..."
+  debootstrap --variant=minbase --include="$include" "$suite" "$new" "$m" \
     >"$new.log" 2>&1 || { tail -n 20 "$new.log" >&2; exit 1; }
   cat >"$new/etc/apt/sources.list.d/debian.sources" <<SRC
 Types: deb
@@ -84,10 +90,20 @@ run_in_root() {
   local shared
   shared=$(cd "$clone/.." && pwd)/shared
   # shellcheck disable=SC2016
+  mkdir -p "$root.top"
   exec unshare --mount --propagation private /bin/bash -c '
     set -e
-    root=$1 clone=$2 shared=$3; shift 3
-    mount --bind "$root" "$root"
+    root=$1 clone=$2 shared=$3 throwaway=$4; shift 4
+    if [ -n "$throwaway" ]; then
+      # The root stays as made: changes land in memory, on an overlay gone with the namespace.
+      top=$root.top
+      mount -t tmpfs tmpfs "$top"
+      mkdir "$top/upper" "$top/work" "$top/merged"
+      mount -t overlay overlay -o "lowerdir=$root,upperdir=$top/upper,workdir=$top/work" "$top/merged"
+      root=$top/merged
+    else
+      mount --bind "$root" "$root"
+    fi
     mount -t proc proc "$root/proc"
     mount --rbind /sys "$root/sys"
     mount --rbind /dev "$root/dev"
@@ -108,11 +124,16 @@ run_in_root() {
       TERM="${TERM:-dumb}" LANG=C.UTF-8 CI="${CI:-}" \
       NODE_EXTRA_CA_CERTS=/etc/glimmo-host-ca.crt npm_config_cafile=/etc/glimmo-host-ca.crt \
       /bin/bash -c "cd \"$clone\" && exec \"\$@\"" bash "$@"
-  ' bash "$root" "$clone" "$shared" "$@"
+  ' bash "$root" "$clone" "$shared" "$throwaway" "$@"
 }
 
 case "${1:-}" in
   make) make_root ;;
   run) shift; [ $# -gt 0 ] || set -- /bin/bash; make_root; run_in_root "$@" ;;
-  *) echo "usage: $0 make | run COMMAND..." >&2; exit 2 ;;
+  bare)
+    [ $# -ge 3 ] || { echo "usage: $0 bare SUITE COMMAND..." >&2; exit 2; }
+    suite=$2; shift 2
+    root=/var/tmp/glimmo-bare-$suite include=ca-certificates throwaway=1
+    make_root; run_in_root "$@" ;;
+  *) echo "usage: $0 make | run COMMAND... | bare SUITE COMMAND..." >&2; exit 2 ;;
 esac

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # package_test.sh SOURCE_DIR BUILD_DIR: packaging/release.sh on an existing build, then the
-# .deb unpacked and the image read back in a temporary folder.
+# .deb unpacked and the image read back in a temporary folder, and the .deb installed and
+# started on a bare root of this release (tests/debian13/root.sh bare).
 set -euo pipefail
 src=$1
 build=$2
@@ -38,5 +39,33 @@ check "the image's volume is Glimmo" \
 xorriso -osirrox on -indev "$iso" -extract /Glimmo "$out/bundle" >/dev/null 2>&1
 check "the bundle on the image, executable" test -x "$out/bundle/bin/glimmo"
 check "the bundle's build number" test "$(cat "$out/bundle/share/glimmo/build")" = "$build_number"
+
+# The package installed through apt, with what it depends on and nothing recommended, on a bare
+# root of the release this runs on (a throwaway copy of it), then started there: it runs and
+# logs its start. The root sees this clone alone, so the package goes through the build folder.
+suite=$(. /etc/os-release && echo "${VERSION_CODENAME:-}")
+if [ "$(id -u)" != 0 ] || [ -z "$suite" ]; then
+    echo "note: no bare-root install (needs root and a Debian release)"
+    [ "${CI:-}" != true ] || failed=$((failed + 1))
+else
+    inside=$(mktemp -d "$build/package-test.XXXXXX")
+    trap 'rm -rf "$out" "$inside"' EXIT
+    cp "$deb" "$inside/"
+    # shellcheck disable=SC2016
+    check "installed through apt on a bare $suite, it starts" \
+        "$src/tests/debian13/root.sh" bare "$suite" bash -c '
+            apt-get update -qq >/tmp/apt.log 2>&1 &&
+              DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
+                "$1" >>/tmp/apt.log 2>&1 || { tail -n 20 /tmp/apt.log; exit 1; }
+            glimmo --version || exit 1
+            export HOME=/tmp/home QT_QPA_PLATFORM=offscreen
+            mkdir -p "$HOME"
+            timeout 5 glimmo >/tmp/glimmo.out 2>&1
+            status=$?
+            log=$HOME/.local/share/Glimmo/log.txt
+            [ $status = 124 ] && grep -q " started, " "$log" ||
+              { echo "exit $status"; cat /tmp/glimmo.out "$log"; exit 1; }' \
+        bash "$inside/$(basename "$deb")"
+fi
 
 [ $failed -eq 0 ]
