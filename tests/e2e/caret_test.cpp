@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QImage>
 #include <QMimeData>
 #include <QProcess>
@@ -104,15 +105,17 @@ struct AppsOnDesktop : EngineRunsOnDesktop {
         std::cout << "screenshot of the bubble: " << shot.toStdString() << std::endl;
         ASSERT_TRUE(caret) << "no caret blinks on the screen (under the bubble?)\n"
                            << log().toStdString();
+        // Glimmo's own offsets are in its units: scaled with it.
+        const double unit = qGuiApp->devicePixelRatio();
         const int below = frame->top() - (caret->bottom() + 1);
-        EXPECT_TRUE(below >= 0 && below <= 16)
+        EXPECT_TRUE(below >= 0 && below <= 16 * unit)
             << "bubble " << frame->top() << ".." << frame->bottom() << ", caret " << caret->top()
             << ".." << caret->bottom();
         // The bubble starts 12 pixels left of the last character, which ends at the caret,
         // unless it would then leave the screen on the right.
-        const int left = caret->left() - (frame->left() + 12);
-        const bool atRightEdge = frame->right() >= screen.width() - 24 && left > 0;
-        EXPECT_TRUE((left >= -4 && left <= 24) || atRightEdge)
+        const int left = caret->left() - (frame->left() + int(12 * unit));
+        const bool atRightEdge = frame->right() >= screen.width() - 24 * unit && left > 0;
+        EXPECT_TRUE((left >= -4 * unit && left <= 24 * unit) || atRightEdge)
             << "bubble x " << frame->left() << ".." << frame->right() << ", caret x "
             << caret->left();
 
