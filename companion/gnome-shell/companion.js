@@ -10,6 +10,10 @@ const GLIMMO = 'io.glimmo.Glimmo';
 const OBJECT_PATH = '/io/glimmo/Companion';
 const INTERFACE = 'io.glimmo.Companion';
 const KEYS = ['Tab', 'Escape', 'Up', 'Down'];
+// Between two key events the companion sends: see _press.
+const KEY_GAP_MS = 25;
+// How long presses of a key being passed go to the window: see _passKey.
+const PASS_WINDOW_US = 500 * 1000;
 
 class Companion {
     // interfaceXml: the text of io.glimmo.Companion.xml.
@@ -20,8 +24,10 @@ class Companion {
     enable() {
         this._glimmo = null; // unique name of io.glimmo.Glimmo's owner
         this._grabs = new Map(); // accelerator action -> key name
-        this._passing = new Map(); // binding name -> presses to let through to the window
+        this._passing = new Map(); // binding name -> until when (µs) its presses go to the window
         this._menu = null;
+        this._queue = []; // [keyval, state] still to send
+        this._pacing = 0; // the timeout sending the next, while any are queued
 
         this._dbus = Gio.DBusExportedObject.wrapJSObject(this._interfaceXml, this._methods());
         this._dbus.export(Gio.DBus.session, OBJECT_PATH);
@@ -53,6 +59,10 @@ class Companion {
         Gio.bus_unown_name(this._ownId);
         this._dbus.unexport();
         this._dbus = null;
+        if (this._pacing)
+            GLib.source_remove(this._pacing);
+        this._pacing = 0;
+        this._queue = [];
         this._keyboard = null;
     }
 
@@ -150,14 +160,15 @@ class Companion {
     // the virtual keyboard's events reach the key bindings only after this returns (through
     // the input thread and the next frame), so giving the grab up here and taking it again
     // would catch the very press meant for the window. The binding of a key being passed is
-    // filtered out instead, once per press.
+    // filtered out instead for a moment, not once: with an input method in the shell (IBus),
+    // GNOME Shell 43 asks about the same press before and after the input method has seen it.
     _passKey(key) {
         if (!KEYS.includes(key))
             throw new Error(`Not a key the companion takes: ${key}`);
         for (const [action, name] of this._grabs) {
             if (name === key) {
                 const binding = Meta.external_binding_name_for_action(action);
-                this._passing.set(binding, (this._passing.get(binding) ?? 0) + 1);
+                this._passing.set(binding, GLib.get_monotonic_time() + PASS_WINDOW_US);
             }
         }
         this._press([Clutter[`KEY_${key}`]]);
@@ -171,7 +182,9 @@ class Companion {
     }
 
     // Presses the keys in order and releases them in reverse, on a keyboard of the
-    // companion's own.
+    // companion's own, one event at a time a little apart. With an input method in the shell
+    // (GNOME starts IBus) every key goes to it and comes back to the window later, with the
+    // modifiers the keyboard holds by then: sent all at once, Ctrl+V reached the window as "v".
     _press(keyvals) {
         if (!this._keyboard) {
             const backend = global.stage.context?.get_backend?.() ??
@@ -179,22 +192,34 @@ class Companion {
             this._keyboard = backend.get_default_seat().create_virtual_device(
                 Clutter.InputDeviceType.KEYBOARD_DEVICE);
         }
-        const time = GLib.get_monotonic_time();
         for (const keyval of keyvals)
-            this._keyboard.notify_keyval(time, keyval, Clutter.KeyState.PRESSED);
+            this._queue.push([keyval, Clutter.KeyState.PRESSED]);
         for (const keyval of [...keyvals].reverse())
-            this._keyboard.notify_keyval(time, keyval, Clutter.KeyState.RELEASED);
+            this._queue.push([keyval, Clutter.KeyState.RELEASED]);
+        if (!this._pacing)
+            this._sendNext();
+    }
+
+    _sendNext() {
+        const next = this._queue.shift();
+        if (!next) {
+            this._pacing = 0;
+            return GLib.SOURCE_REMOVE;
+        }
+        this._keyboard.notify_keyval(GLib.get_monotonic_time(), ...next);
+        this._pacing = GLib.timeout_add(GLib.PRIORITY_DEFAULT, KEY_GAP_MS,
+            () => this._sendNext());
+        return GLib.SOURCE_REMOVE;
     }
 
     _letThrough(binding) {
-        const count = this._passing.get(binding);
-        if (!count)
+        const until = this._passing.get(binding);
+        if (until === undefined)
             return false;
-        if (count > 1)
-            this._passing.set(binding, count - 1);
-        else
-            this._passing.delete(binding);
-        return true;
+        if (GLib.get_monotonic_time() <= until)
+            return true;
+        this._passing.delete(binding);
+        return false;
     }
 
     // rows: [{title, separator, checkable, checked, enabled}], see the interface.
