@@ -21,8 +21,8 @@
 #include "EngineOnDesktop.h"
 #include "Firefox.h"
 #include "ScreenCaret.h"
-#include "ax/TextField.h"
 #include "WaylandKeys.h"
+#include "ax/TextField.h"
 #include "platform/linux/atspi/Atspi.h"
 
 using testsupport::waitUntil;
