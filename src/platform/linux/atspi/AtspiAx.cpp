@@ -111,6 +111,13 @@ std::optional<int> AtspiAx::gtkVersion(const platform::Element& element) {
     return ok ? std::optional<int>(major) : std::nullopt;
 }
 
+platform::Element AtspiAx::focusedIn(qint64 pid) {
+    const platform::Element app = application(pid);
+    const auto f = app ? attribute(app, QStringLiteral("AXFocusedUIElement")) : std::nullopt;
+    const auto* el = f ? std::get_if<platform::Element>(&*f) : nullptr;
+    return el ? *el : nullptr;
+}
+
 platform::Element AtspiAx::application(qint64 pid) {
     if (!connect()) return nullptr;
     if (auto it = appByPid_.find(pid); it != appByPid_.end()) {

@@ -27,6 +27,8 @@ public:
     bool trusted() override;
     void requestTrust() override;
     platform::Element application(qint64 pid) override;
+    // The element focused in process pid's application; null when none.
+    platform::Element focusedIn(qint64 pid);
     std::optional<platform::Value> attribute(const platform::Element& element,
                                              const QString& name) override;
     std::optional<platform::Value> parameterized(const platform::Element& element,

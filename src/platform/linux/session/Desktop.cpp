@@ -28,15 +28,11 @@ namespace {
 // EditableText interface; said in the log when that cannot be done.
 void pasteWithoutClipboard(AtspiAx& ax, X11Workspace& workspace, const QString& text) {
     const auto front = workspace.frontmost();
-    const platform::Element app = front ? ax.application(front->pid) : nullptr;
-    const auto focused =
-        app ? ax.attribute(app, QStringLiteral("AXFocusedUIElement")) : std::nullopt;
-    const auto* element = focused ? std::get_if<platform::Element>(&*focused) : nullptr;
-    const auto selected = element && *element
-                              ? ax.attribute(*element, QStringLiteral("AXSelectedTextRange"))
-                              : std::nullopt;
+    const platform::Element element = front ? ax.focusedIn(front->pid) : nullptr;
+    const auto selected =
+        element ? ax.attribute(element, QStringLiteral("AXSelectedTextRange")) : std::nullopt;
     const auto* range = selected ? std::get_if<platform::Range>(&*selected) : nullptr;
-    if (range && ax.replace(*element, *range, text)) return;
+    if (range && ax.replace(element, *range, text)) return;
     glimmo::log(
         QStringLiteral("the rewrite could not go in without the clipboard; "
                        "the paragraph stays as it was"));

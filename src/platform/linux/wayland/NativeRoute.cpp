@@ -84,12 +84,7 @@ bool NativeRoute::owns(const platform::Element& element) const {
 }
 
 platform::Element NativeRoute::focused() {
-    if (!front_) return nullptr;
-    const platform::Element app = ax_.application(front_->app.pid);
-    if (!app) return nullptr;
-    const auto f = ax_.attribute(app, QStringLiteral("AXFocusedUIElement"));
-    const auto* el = f ? std::get_if<platform::Element>(&*f) : nullptr;
-    return el ? *el : nullptr;
+    return front_ ? ax_.focusedIn(front_->app.pid) : nullptr;
 }
 
 }  // namespace linuxdesk
