@@ -110,10 +110,11 @@ for _ in $(seq 1 300); do
             done
         done
     fi
-    # Started up: the overview the shell opens with is showing (closed below), and the
-    # companion and the remote desktop are served.
+    # Started up: the shell's opening animation has ended (closing the overview it opens with
+    # before then leaves the shell starting for good, taking no key binding and no click in
+    # the top bar), and the companion and the remote desktop are served.
     if [ -n "${DISPLAY:-}" ] && [ -S "$XDG_RUNTIME_DIR/$WAYLAND_DISPLAY" ] &&
-        overview Get | grep -q true; then
+        grep -q "GNOME Shell started at" "$work/gnome-shell.log"; then
         waiting="the companion (io.glimmo.Companion)"
         if session_has_name io.glimmo.Companion &&
             session_has_name org.gnome.Mutter.RemoteDesktop; then
