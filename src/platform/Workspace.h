@@ -57,6 +57,8 @@ public:
     // desktop has one. True while the shell loads it only at the user's next log-in.
     virtual void prepareCompanion() {}
     virtual bool companionAwaitsLogin() { return false; }
+    // One line on what this desktop needs for Glimmo, if it says anything.
+    virtual QString desktopNote() { return {}; }
 };
 
 }  // namespace platform

@@ -74,6 +74,7 @@ void Setup::refresh() {
     const std::vector<QString> prepared = d_.workspace.preparedLaunchers();
     setPreparedApps(QStringList(prepared.begin(), prepared.end()));
     setLogOutDue(d_.workspace.companionAwaitsLogin());
+    setDesktopNote(d_.workspace.desktopNote());
     setHasClaude(claude::claudePath().has_value());
     if (hasClaude_ && !claudeOK_ && !checking_ && !installing_ && !signingIn_ &&
         (!lastCheck_ || d_.clock.now() - *lastCheck_ > kCheckSpacing))

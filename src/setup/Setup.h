@@ -42,6 +42,7 @@ class Setup : public QObject, public std::enable_shared_from_this<Setup> {
     Q_PROPERTY(QStringList restartApps READ restartApps WRITE setRestartApps NOTIFY changed)
     Q_PROPERTY(QStringList preparedApps READ preparedApps WRITE setPreparedApps NOTIFY changed)
     Q_PROPERTY(bool logOutDue READ logOutDue WRITE setLogOutDue NOTIFY changed)
+    Q_PROPERTY(QString desktopNote READ desktopNote WRITE setDesktopNote NOTIFY changed)
     Q_PROPERTY(bool allDone READ allDone NOTIFY changed)
 
 public:
@@ -79,6 +80,7 @@ public:
     // The applications whose launchers were made to start them readable.
     const QStringList& preparedApps() const { return preparedApps_; }
     bool logOutDue() const { return logOutDue_; }
+    QString desktopNote() const { return desktopNote_; }
     bool allDone() const { return aboutDone_ && access_ && claudeOK_; }
 
     void setName(const QString& v) { assign(name_, v); }
@@ -99,6 +101,7 @@ public:
     void setRestartApps(const QStringList& v) { assign(restartApps_, v); }
     void setPreparedApps(const QStringList& v) { assign(preparedApps_, v); }
     void setLogOutDue(bool v) { assign(logOutDue_, v); }
+    void setDesktopNote(const QString& v) { assign(desktopNote_, v); }
 
     // Called after the profile was saved, and when step 2 or 3 becomes complete.
     std::function<void()> onSaved = [] {};
@@ -162,6 +165,7 @@ private:
     QStringList restartApps_;
     QStringList preparedApps_;
     bool logOutDue_ = false;
+    QString desktopNote_;
 
     // The running sign-in process (its standard input is loginIn); not owned by this object,
     // since it outlives a closed window until it ends or times out.

@@ -295,7 +295,8 @@ void SetupView::sync() {
                              "on your desktop's accessibility support."));
     const QString restart =
         flagWhole(restartHint(s.restartApps(), s.preparedApps(), s.logOutDue()));
-    restartHint_->setText(restart);
+    restartHint_->setText(s.desktopNote().isEmpty() ? restart
+                                                    : s.desktopNote() + u' ' + restart);
     restartNote_->setText(restart);
     restartNote_->setVisible(s.access() && (s.logOutDue() || !(s.restartApps().isEmpty() &&
                                                                s.preparedApps().isEmpty())));

@@ -6,14 +6,20 @@
 // native application to the next. On the GNOME desktop (gnome-desktop.sh) Glimmo's companion
 // runs in the shell: the bubble then stands under the caret, found in the screen's pixels, and
 // the keys are taken before any window sees them, GTK 4's Esc included. A native chat window's
-// drafts are chosen with the arrows.
+// drafts are chosen with the arrows. On the KWin desktop (kwin-desktop.sh) Glimmo loads its
+// script into KWin and takes the keys as KDE global shortcuts; KWrite runs there natively too,
+// and afterwards nothing of Glimmo's may be left in the user's shortcut settings, even after
+// Glimmo was killed with the keys taken.
 #include <gtest/gtest.h>
 
 #include <QProcess>
+#include <QTemporaryDir>
+#include <csignal>
 #include <iostream>
 
 #include "GlimmoRun.h"
 #include "GtkEditor.h"
+#include "KWinWindow.h"
 #include "ScreenCaret.h"
 #include "WaylandKeys.h"
 
@@ -28,14 +34,29 @@ const QString kDismissed = QStringLiteral("the meeting is moved to thursday afer
 
 const QRect kScreen(0, 0, 1280, 800);
 
-bool withCompanion() {
+bool onGnome() {
     return qEnvironmentVariableIsSet("GLIMMO_GNOME_SCREENSHOT");
+}
+bool onKWin() {
+    return qEnvironmentVariableIsSet("GLIMMO_KWIN_LOG");
+}
+bool withCompanion() {
+    return onGnome() || onKWin();
+}
+
+// The lines of the user's KDE shortcut settings that name Glimmo.
+std::string kdeShortcutsOfGlimmo() {
+    QFile file(qEnvironmentVariable("XDG_CONFIG_HOME") + QStringLiteral("/kglobalshortcutsrc"));
+    if (!file.open(QIODevice::ReadOnly)) return {};
+    QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n');
+    lines.removeIf([](const QString& l) { return !l.contains(u"glimmo", Qt::CaseInsensitive); });
+    return lines.join(u'\n').toStdString();
 }
 
 // Keeps the shell's screenshot in the build folder for a person to look at.
 void keepShot(const char* name) {
     const QString path = QStringLiteral(GLIMMO_SHOT_DIR "/") + QLatin1String(name);
-    if (withCompanion() && desktop::shellScreenshot().save(path))
+    if (onGnome() && desktop::shellScreenshot().save(path))
         std::cout << "screenshot: " << path.toStdString() << std::endl;
 }
 
@@ -65,6 +86,11 @@ protected:
         delete ax;
         delete glimmo;
         delete owner;
+        // KDE writes its settings half a second after a change.
+        if (onKWin()) {
+            pause(1000);
+            EXPECT_EQ(kdeShortcutsOfGlimmo(), "");
+        }
     }
 
     void SetUp() override {
@@ -91,7 +117,15 @@ protected:
         const QRect frame = *glimmo->bubble();
         EXPECT_TRUE(kScreen.contains(frame))
             << frame.x() << "," << frame.y() << " " << frame.width() << "x" << frame.height();
-        if (withCompanion()) bubbleUnderCaret(frame);
+        if (onGnome()) bubbleUnderCaret(frame);
+        if (onKWin()) {
+            bubbleUnderKWinCaret(frame);
+            // KDE writes its settings half a second after a change; a component with shortcuts
+            // keeps its name there, but no session shortcut is ever written.
+            pause(700);
+            EXPECT_EQ(kdeShortcutsOfGlimmo().find("_k_session"), std::string::npos)
+                << kdeShortcutsOfGlimmo();
+        }
         keepShot("e2e-gnome-suggestion.png");
     }
 
@@ -100,16 +134,37 @@ protected:
         EXPECT_FALSE(off) << off->toStdString();
     }
 
+    // KWin shows no picture of its screen without OpenGL: the caret is where KWin's window
+    // rectangle and the toolkit's box of the last character put it (GTK 3 counts from its
+    // surface, shadows included, GTK 4 from its frame, Qt from its surface, which KWin frames).
+    void bubbleUnderKWinCaret(const QRect& frame) {
+        const auto window = desktop::kwinActiveWindow();
+        ASSERT_TRUE(window) << "KWin names no active window";
+        const int last = int(value().size()) - 1;
+        const auto box = ax->windowBounds(field, platform::Range{last, 1});
+        ASSERT_TRUE(box) << "no box for the last character";
+        const QRect origin = ax->gtkVersion(field) == 4 ? window->frame : window->buffer;
+        // The bubble's window begins with its shadow, a few pixels above what is drawn.
+        const int caretX = origin.x() + int(box->x + box->width);
+        const int caretTop = origin.y() + int(box->y);
+        const int caretBottom = caretTop + int(box->height);
+        const int left = caretX - (frame.left() + 12);
+        EXPECT_TRUE(frame.top() >= caretTop && frame.top() <= caretBottom + 16 &&
+                    left >= -4 && left <= 32)
+            << "bubble at " << frame.left() << "," << frame.top() << ", caret at " << caretX
+            << "," << caretTop << ".." << caretBottom;
+    }
+
     // Esc takes the bubble away and leaves the text as typed.
     void escDismisses(const QString& typed, const QString& rewrite) {
         glimmo->setScript(answer(rewrite));
         const QString expected = value() + "\n\n" + typed;
         ASSERT_TRUE(desktop::waylandKeys("Return Return"));
         typeUntilSuggested(expected, typed);
-        editor->clearKeys();
+        if (editor) editor->clearKeys();
         ASSERT_TRUE(desktop::waylandKeys("Escape"));
         EXPECT_TRUE(bubbleShown(false, 3000));
-        EXPECT_FALSE(editor->keys().contains("Escape 0"));
+        if (editor) EXPECT_FALSE(editor->keys().contains("Escape 0"));
         pause(2000);
         EXPECT_FALSE(glimmo->bubble());
         EXPECT_EQ(value(), expected);
@@ -117,15 +172,18 @@ protected:
     }
 
     // Tab replaces the typed paragraph with the suggestion; the clipboard stays as it was.
-    void tabApplies() {
-        typeUntilSuggested(kStart + kTyped, kTyped);
+    // (A paragraph Glimmo rewrote in one window is not suggested for again in the next.)
+    void tabApplies(const QString& typed = kTyped, const QString& rewrite = kRewrite) {
+        glimmo->setScript(answer(rewrite));
+        typeUntilSuggested(kStart + typed, typed);
         ASSERT_TRUE(desktop::waylandKeys("Tab"));
-        EXPECT_TRUE(waitUntil([&] { return value() == kStart + kRewrite; }))
+        EXPECT_TRUE(waitUntil([&] { return value() == kStart + rewrite; }))
             << value().toStdString();
         EXPECT_TRUE(bubbleShown(false, 3000));
         pause(1000);  // anything that borrowed the clipboard would have put it back by now
         EXPECT_EQ(x11Clipboard(), clipboard);
-        EXPECT_EQ(value(), kStart + kRewrite);
+        EXPECT_EQ(value(), kStart + rewrite);
+        glimmo->setScript(answer(kRewrite));
     }
 
     static inline GtkEditor* owner = nullptr;
@@ -155,6 +213,55 @@ TEST_F(NativeRewrite, Gtk4TabApplies) {
     if (withCompanion())
         escDismisses(QStringLiteral("the lunch is moved to friday noon"),
                      QStringLiteral("Lunch is moved to Friday at noon."));
+}
+
+// KWrite (Qt 6, KDE Frameworks 6) as Plasma runs it: natively, on KWin.
+TEST_F(NativeRewrite, KWriteTabAppliesAndEscDismisses) {
+    if (!onKWin()) GTEST_SKIP() << "KWrite runs natively on the KWin desktop";
+    QTemporaryDir dir;
+    QFile file(dir.filePath(QStringLiteral("notes.txt")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(kStart.toUtf8());
+    file.close();
+    QProcess kwrite;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("wayland"));
+    kwrite.setProcessEnvironment(env);
+    kwrite.start(QStringLiteral("kwrite"), {file.fileName()});
+    ASSERT_TRUE(kwrite.waitForStarted()) << "kwrite is not installed";
+    ASSERT_TRUE(waitUntil(
+        [&] { return bool(field = desktop::focusedElement(*ax, kwrite.processId())); }, 20000))
+        << "KWrite's text has no accessible focus";
+    ASSERT_TRUE(desktop::waylandKeys("ctrl+End"));
+    tabApplies(QStringLiteral("please send me teh report befor friday"),
+               QStringLiteral("Please send me the report before Friday."));
+    EXPECT_FALSE(value().contains(u'\t')) << "the window saw the Tab";
+    escDismisses(QStringLiteral("the call is moved to monday mornig"),
+                 QStringLiteral("The call is moved to Monday morning."));
+    if (HasFailure()) std::cerr << "--- log.txt\n" << glimmo->log().toStdString();
+    field = nullptr;  // KWrite goes
+    kwrite.kill();
+    kwrite.waitForFinished();
+}
+
+// Glimmo killed while it holds the keys: KWin's script sees it gone and gives the keys back to
+// the windows, and the user's shortcut settings hold nothing of Glimmo's. Glimmo then starts
+// again for the next case.
+TEST_F(NativeRewrite, KilledWhileHoldingTheKeysLeavesThemBehind) {
+    if (!onKWin()) GTEST_SKIP() << "KDE's global shortcuts are KWin's";
+    open(qEnvironmentVariable("GLIMMO_GTK_EDITOR"));
+    const QString typed = QStringLiteral("the review is moved to next wek");
+    glimmo->setScript(answer(QStringLiteral("The review is moved to next week.")));
+    typeUntilSuggested(kStart + typed, typed);
+    ASSERT_EQ(::kill(pid_t(glimmo->pid()), SIGKILL), 0);
+    pause(2500);  // the script looks for Glimmo every second
+    editor->clearKeys();
+    ASSERT_TRUE(desktop::waylandKeys("Tab"));
+    EXPECT_TRUE(waitUntil([&] { return editor->keys().contains("Tab 0"); }, 3000));
+    pause(700);
+    EXPECT_EQ(kdeShortcutsOfGlimmo(), "");
+    delete glimmo;
+    glimmo = new GlimmoRun(answer(kRewrite));
 }
 
 // A chat's empty message box gets three drafts: Down chooses the second, Tab puts it in, and

@@ -1,8 +1,10 @@
-// glimmo-wayland-keys: types into the focused window of a headless mutter session
-// (tests/e2e/wayland-desktop.sh), where no keyboard exists but a remote-desktop one.
+// glimmo-wayland-keys: types into the focused window of a headless mutter or KWin session
+// (tests/e2e/wayland-desktop.sh, kwin-desktop.sh), where no keyboard exists but a remote-desktop
+// one (mutter) or KWin's fake input.
 //
 //   glimmo-wayland-keys --serve        creates and starts ONE org.gnome.Mutter.RemoteDesktop
-//                                      session, prints "ready" and then serves
+//                                      session (under KWin: one fake-input connection),
+//                                      prints "ready" and then serves
 //                                      org.glimmo.TestKeyboard on the session bus until mutter
 //                                      closes the session or it is terminated
 //   glimmo-wayland-keys type TEXT      types TEXT through that service (see KeyPlan.h)
@@ -22,6 +24,7 @@
 #include <memory>
 
 #include "KeyPlan.h"
+#include "platform/linux/kwin/FakeInput.h"
 
 namespace {
 
@@ -34,6 +37,7 @@ class Keyboard : public QObject {
 
 public:
     explicit Keyboard(std::unique_ptr<QDBusInterface> session) : session_(std::move(session)) {}
+    explicit Keyboard(std::unique_ptr<linuxdesk::FakeInput> fake) : fake_(std::move(fake)) {}
 
 public slots:
     QString Type(const QString& text) { return send(waylandkeys::eventsForText(text)); }
@@ -45,6 +49,11 @@ public slots:
     // The pointer has no absolute motion without a screen cast: it is pushed into the
     // bottom-right corner (the top-left one opens the overview) and moved from there.
     QString Click(int x, int y) {
+        if (fake_) {
+            const bool ok = fake_->moveBy(5000, 5000) && fake_->moveBy(x - 1279.0, y - 799.0) &&
+                            fake_->click();
+            return ok ? QString() : QStringLiteral("KWin took no click");
+        }
         const QDBusMessage moves[] = {
             session_->call(QStringLiteral("NotifyPointerMotionRelative"), 5000.0, 5000.0),
             session_->call(QStringLiteral("NotifyPointerMotionRelative"), x - 1279.0, y - 799.0),
@@ -65,6 +74,12 @@ public:
     // An empty answer when mutter took every event, else its error.
     QString send(const waylandkeys::KeyEvents& events) {
         for (const auto& e : events) {
+            if (fake_) {
+                if (!fake_->key(e.keysym, e.pressed))
+                    return QStringLiteral("KWin took no key 0x%1").arg(e.keysym, 0, 16);
+                QThread::msleep(4);
+                continue;
+            }
             const QDBusMessage reply =
                 session_->call(QStringLiteral("NotifyKeyboardKeysym"), e.keysym, e.pressed);
             if (reply.type() == QDBusMessage::ErrorMessage) return reply.errorMessage();
@@ -77,6 +92,7 @@ public:
 
 private:
     std::unique_ptr<QDBusInterface> session_;
+    std::unique_ptr<linuxdesk::FakeInput> fake_;
 };
 
 int fail(const QString& why) {
@@ -84,8 +100,26 @@ int fail(const QString& why) {
     return 1;
 }
 
+int ready(QCoreApplication& app, Keyboard& keyboard) {
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.registerObject("/", &keyboard, QDBusConnection::ExportAllSlots) ||
+        !bus.registerService(kService))
+        return fail("cannot serve " + kService + ": " + bus.lastError().message());
+    std::printf("ready\n");
+    std::fflush(stdout);
+    return app.exec();
+}
+
+int serveKWin(QCoreApplication& app) {
+    auto fake = std::make_unique<linuxdesk::FakeInput>();
+    if (!fake->available()) return fail("KWin offers no fake input");
+    Keyboard keyboard(std::move(fake));
+    return ready(app, keyboard);
+}
+
 int serve(QCoreApplication& app) {
     QDBusConnection bus = QDBusConnection::sessionBus();
+    if (bus.interface()->isServiceRegistered(QStringLiteral("org.kde.KWin"))) return serveKWin(app);
     QDBusInterface remote(kMutter, "/org/gnome/Mutter/RemoteDesktop", kMutter, bus);
     const QDBusReply<QDBusObjectPath> path = remote.call("CreateSession");
     if (!path.isValid()) return fail("no remote-desktop session: " + path.error().message());
@@ -101,12 +135,7 @@ int serve(QCoreApplication& app) {
     // that nothing may see.
     QThread::msleep(300);
     keyboard.send({{0xffe1, true}, {0xffe1, false}});
-    if (!bus.registerObject("/", &keyboard, QDBusConnection::ExportAllSlots) ||
-        !bus.registerService(kService))
-        return fail("cannot serve " + kService + ": " + bus.lastError().message());
-    std::printf("ready\n");
-    std::fflush(stdout);
-    return app.exec();
+    return ready(app, keyboard);
 }
 
 int client(const QString& method, const QVariant& argument, const QVariant& more = {}) {

@@ -1,7 +1,10 @@
 #include "platform/linux/session/Desktop.h"
 
 #include "main/Log.h"
+#include <QCoreApplication>
+
 #include "platform/linux/atspi/AtspiAx.h"
+#include "platform/linux/kwin/KWinCompanion.h"
 #include "platform/linux/session/LinuxInputSource.h"
 #include "platform/linux/session/QtClipboard.h"
 #include "platform/linux/session/QtScreens.h"
@@ -9,6 +12,7 @@
 #include "platform/linux/wayland/Companion.h"
 #include "platform/linux/wayland/CompanionKeyTap.h"
 #include "platform/linux/wayland/CompanionMenu.h"
+#include "platform/linux/wayland/GnomeCompanion.h"
 #include "platform/linux/wayland/NativeEdit.h"
 #include "platform/linux/wayland/NativeRoute.h"
 #include "platform/linux/wayland/RoutedAx.h"
@@ -38,6 +42,14 @@ void pasteWithoutClipboard(AtspiAx& ax, X11Workspace& workspace, const QString& 
                        "the paragraph stays as it was"));
 }
 
+// KWin runs a script of Glimmo's; any other compositor may have GNOME Shell's extension.
+std::unique_ptr<Companion> companionForSession() {
+    if (KWinCompanion::running())
+        return std::make_unique<KWinCompanion>(
+            KWinCompanion::scriptPath(QCoreApplication::applicationDirPath()));
+    return std::make_unique<GnomeCompanion>();
+}
+
 }  // namespace
 
 struct Desktop::Parts {
@@ -51,7 +63,8 @@ struct Desktop::Parts {
 
     // A Wayland session also has native windows; these hand each call to the part that serves
     // the frontmost application.
-    Companion companion;
+    std::unique_ptr<Companion> companionPart = companionForSession();
+    Companion& companion = *companionPart;
     CompanionKeyTap companionTap{companion};
     CompanionMenu topBar{companion};
     NativeRoute route{workspace, ax};

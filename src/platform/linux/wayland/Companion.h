@@ -1,15 +1,12 @@
 #pragma once
-// Glimmo's side of the companion inside the compositor (the GNOME Shell extension in
-// companion/): where the focused window is, the four keys while something is on screen, and
-// Glimmo's menu in the top bar where no tray exists. Calls are short and answered by the
-// compositor itself, which is never a stuck application; a compositor that does not answer in
-// time counts as no companion for that call.
+// Glimmo's side of its companion inside the compositor: where the focused window is, the four
+// keys while something is on screen, and Glimmo's menu in the top bar where no tray exists.
+// GNOME Shell runs an extension of Glimmo's (GnomeCompanion), KWin a script of Glimmo's
+// (KWinCompanion); a desktop with neither has an absent companion.
 
-#include <QDBusMessage>
-#include <QDBusServiceWatcher>
-#include <QElapsedTimer>
 #include <QObject>
 #include <QString>
+#include <memory>
 #include <optional>
 
 #include "platform/Geometry.h"
@@ -19,12 +16,13 @@ namespace linuxdesk {
 class Companion : public QObject {
     Q_OBJECT
 public:
-    static const char* const serviceName;
+    // The companion of the compositor this session runs.
+    static std::unique_ptr<Companion> forSession();
 
-    explicit Companion(QObject* parent = nullptr);
-
-    // Whether a companion is on the bus (it comes and goes with the shell and the extension).
-    bool present() const { return present_; }
+    // Whether a companion is there (it comes and goes with the compositor and the extension).
+    virtual bool present() const = 0;
+    // Whether it draws Glimmo's menu in a top bar (GNOME has no tray).
+    virtual bool drawsMenu() const { return false; }
 
     struct Window {
         qint64 pid = 0;
@@ -33,39 +31,26 @@ public:
         platform::Rect buffer;  // its whole surface, shadows included
         double scale = 1;
     };
-    // The focused window; absent without a companion or a focused window. Kept for a moment,
-    // since placing the bubble asks several times in a row.
-    std::optional<Window> focusedWindow();
+    // The focused window; absent without a companion or a focused window.
+    virtual std::optional<Window> focusedWindow() = 0;
 
-    void wantKeys(bool wanted);
-    void passKey(const QString& key);
+    virtual void wantKeys(bool wanted) = 0;
+    virtual void passKey(const QString& key) = 0;
     // "ctrl+v" or "ctrl+a", pressed for the focused window.
-    void pressShortcut(const QString& shortcut);
+    virtual void pressShortcut(const QString& shortcut) = 0;
 
-    void setMenu(const QString& iconPath, const QString& rowsJson);
-    void hideMenu();
+    virtual void setMenu(const QString& /*iconPath*/, const QString& /*rowsJson*/) {}
+    virtual void hideMenu() {}
 
 signals:
     void presentChanged(bool present);
+    // One of "Tab", "Escape", "Up", "Down", taken while keys are wanted.
     void keyPressed(const QString& key);
     void menuOpening();
     void menuActivated(int row);
 
-private slots:
-    void onKeyPressed(const QString& key);
-    void onMenuOpening();
-    void onMenuActivated(int row);
-
-private:
-    void appeared();
-    void greeted(const QDBusMessage& answer);
-    void call(const char* method, const QVariantList& args = {});
-
-    QDBusServiceWatcher watcher_;
-    bool present_ = false;
-    bool keysWanted_ = false;
-    std::optional<Window> window_;
-    QElapsedTimer windowAge_;
+protected:
+    using QObject::QObject;
 };
 
 class NativeRoute;

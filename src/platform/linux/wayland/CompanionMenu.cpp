@@ -22,7 +22,7 @@ CompanionMenu::CompanionMenu(Companion& companion) : companion_(companion) {
     connect(&companion_, &Companion::presentChanged, this, [this](bool present) {
         // A shell that came back has no icon yet: the next show sends everything again.
         iconKey_ = 0;
-        if (available_) available_(present);
+        if (available_) available_(present && companion_.drawsMenu());
     });
 }
 
@@ -32,7 +32,7 @@ CompanionMenu::~CompanionMenu() {
 }
 
 bool CompanionMenu::available() const {
-    return companion_.present();
+    return companion_.present() && companion_.drawsMenu();
 }
 
 QString CompanionMenu::rowsJson(const std::vector<platform::MenuItem>& items) {

@@ -1,4 +1,4 @@
-#include "platform/linux/wayland/Companion.h"
+#include "platform/linux/wayland/GnomeCompanion.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
@@ -8,7 +8,6 @@
 #include <QDBusReply>
 
 #include "main/Log.h"
-#include "platform/linux/wayland/NativeRoute.h"
 
 namespace linuxdesk {
 
@@ -27,10 +26,10 @@ double number(const QVariantMap& map, const char* key) {
 
 }  // namespace
 
-const char* const Companion::serviceName = "io.glimmo.Companion";
+const char* const GnomeCompanion::serviceName = "io.glimmo.Companion";
 
-Companion::Companion(QObject* parent)
-    : QObject(parent),
+GnomeCompanion::GnomeCompanion(QObject* parent)
+    : Companion(parent),
       watcher_(
           QString::fromLatin1(serviceName), QDBusConnection::sessionBus(),
           QDBusServiceWatcher::WatchForRegistration | QDBusServiceWatcher::WatchForUnregistration) {
@@ -59,7 +58,7 @@ Companion::Companion(QObject* parent)
     }
 }
 
-void Companion::greeted(const QDBusMessage& answer) {
+void GnomeCompanion::greeted(const QDBusMessage& answer) {
     if (answer.type() != QDBusMessage::ReplyMessage || answer.arguments().size() < 3) {
         glimmo::log(QStringLiteral("the compositor companion does not answer: %1")
                         .arg(answer.errorMessage()));
@@ -74,7 +73,7 @@ void Companion::greeted(const QDBusMessage& answer) {
     emit presentChanged(true);
 }
 
-void Companion::appeared() {
+void GnomeCompanion::appeared() {
     QDBusMessage hello = QDBusMessage::createMethodCall(QString::fromLatin1(serviceName), kPath,
                                                         kInterface, QStringLiteral("Hello"));
     auto* pending = new QDBusPendingCallWatcher(
@@ -85,7 +84,7 @@ void Companion::appeared() {
     });
 }
 
-void Companion::call(const char* method, const QVariantList& args) {
+void GnomeCompanion::call(const char* method, const QVariantList& args) {
     if (!present_) return;
     QDBusMessage m = QDBusMessage::createMethodCall(QString::fromLatin1(serviceName), kPath,
                                                     kInterface, QLatin1String(method));
@@ -94,7 +93,7 @@ void Companion::call(const char* method, const QVariantList& args) {
     QDBusConnection::sessionBus().asyncCall(m, kCallTimeoutMs * 4);
 }
 
-std::optional<Companion::Window> Companion::focusedWindow() {
+std::optional<Companion::Window> GnomeCompanion::focusedWindow() {
     if (!present_) return std::nullopt;
     if (windowAge_.isValid() && windowAge_.elapsed() < kWindowKeepMs) return window_;
     QDBusMessage m = QDBusMessage::createMethodCall(QString::fromLatin1(serviceName), kPath,
@@ -114,44 +113,40 @@ std::optional<Companion::Window> Companion::focusedWindow() {
     return window_;
 }
 
-void Companion::wantKeys(bool wanted) {
+void GnomeCompanion::wantKeys(bool wanted) {
     if (wanted == keysWanted_) return;
     keysWanted_ = wanted;
     call("WantKeys", {wanted});
 }
 
-void Companion::passKey(const QString& key) {
+void GnomeCompanion::passKey(const QString& key) {
     call("PassKey", {key});
 }
 
-void Companion::pressShortcut(const QString& shortcut) {
+void GnomeCompanion::pressShortcut(const QString& shortcut) {
     call("PressShortcut", {shortcut});
 }
 
-bool pastesForReal(const NativeRoute& route, const Companion& companion) {
-    return route.native() && route.web() && companion.present();
-}
-
-void Companion::setMenu(const QString& iconPath, const QString& rowsJson) {
+void GnomeCompanion::setMenu(const QString& iconPath, const QString& rowsJson) {
     call("SetMenu", {iconPath, rowsJson});
 }
 
-void Companion::hideMenu() {
+void GnomeCompanion::hideMenu() {
     call("HideMenu");
 }
 
-void Companion::onKeyPressed(const QString& key) {
+void GnomeCompanion::onKeyPressed(const QString& key) {
     if (keysWanted_)
         emit keyPressed(key);
     else
         passKey(key);  // a press that crossed the letting go
 }
 
-void Companion::onMenuOpening() {
+void GnomeCompanion::onMenuOpening() {
     emit menuOpening();
 }
 
-void Companion::onMenuActivated(int row) {
+void GnomeCompanion::onMenuActivated(int row) {
     emit menuActivated(row);
 }
 

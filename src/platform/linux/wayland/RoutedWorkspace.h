@@ -27,6 +27,7 @@ public:
     std::vector<QString> preparedLaunchers() override;
     void prepareCompanion() override;
     bool companionAwaitsLogin() override;
+    QString desktopNote() override;
 
 private:
     NativeRoute& route_;

@@ -1,0 +1,188 @@
+#include "platform/linux/kwin/KWinCompanion.h"
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDir>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTimer>
+#include <xkbcommon/xkbcommon-keysyms.h>
+
+#include "main/Log.h"
+
+namespace linuxdesk {
+
+namespace {
+
+const QString kKWin = QStringLiteral("org.kde.KWin");
+const QString kScripting = QStringLiteral("org.kde.kwin.Scripting");
+// The name KWin knows the script by; one Glimmo runs per session.
+const QString kPluginName = QStringLiteral("glimmo");
+constexpr int kTimeoutMs = 1000;
+// KWin forgets an unloaded script a moment later; until then it refuses to load it again.
+constexpr int kLoadAttempts = 10;
+constexpr int kLoadRetryMs = 200;
+
+QDBusMessage scripting(const QString& method, const QVariantList& args) {
+    QDBusMessage m = QDBusMessage::createMethodCall(kKWin, QStringLiteral("/Scripting"),
+                                                    kScripting, method);
+    m.setArguments(args);
+    return QDBusConnection::sessionBus().call(m, QDBus::Block, kTimeoutMs);
+}
+
+platform::Rect rect(const QJsonObject& o) {
+    return {o.value(QLatin1String("x")).toDouble(), o.value(QLatin1String("y")).toDouble(),
+            o.value(QLatin1String("width")).toDouble(),
+            o.value(QLatin1String("height")).toDouble()};
+}
+
+std::uint32_t keysym(const QString& key) {
+    if (key == QLatin1String("Tab")) return XKB_KEY_Tab;
+    if (key == QLatin1String("Escape")) return XKB_KEY_Escape;
+    if (key == QLatin1String("Up")) return XKB_KEY_Up;
+    return XKB_KEY_Down;
+}
+
+}  // namespace
+
+bool KWinCompanion::running() {
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    return bus.isConnected() && bus.interface()->isServiceRegistered(kKWin) &&
+           (qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+            qEnvironmentVariable("XDG_SESSION_TYPE") == QLatin1String("wayland"));
+}
+
+QString KWinCompanion::scriptPath(const QString& binDir) {
+    for (const QString& folder :
+         {QStringLiteral("../share/glimmo/companion"), QStringLiteral("companion")}) {
+        const QFileInfo script(QDir(binDir).filePath(folder + QStringLiteral("/kwin/companion.js")));
+        if (script.isFile()) return script.absoluteFilePath();
+    }
+    return {};
+}
+
+KWinCompanion::KWinCompanion(const QString& script, QObject* parent) : Companion(parent) {
+    connect(&shortcuts_, &KdeShortcuts::pressed, this, &KWinCompanion::onPressed);
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.registerObject(QStringLiteral("/io/glimmo/KWin"), this,
+                            QDBusConnection::ExportScriptableSlots)) {
+        glimmo::log(QStringLiteral("the KWin companion cannot be heard: %1")
+                        .arg(bus.lastError().message()));
+        return;
+    }
+    if (script.isEmpty()) {
+        glimmo::log(QStringLiteral("the KWin companion is not installed beside Glimmo"));
+        return;
+    }
+    if (!fakeInput_.available())
+        glimmo::log(QStringLiteral("KWin does not let Glimmo press keys (fake input): keys "
+                                   "Glimmo does not use are lost while the bubble shows"));
+    // A script left by a Glimmo that did not quit goes first.
+    scripting(QStringLiteral("unloadScript"), {kPluginName});
+    load(script, 1);
+}
+
+KWinCompanion::~KWinCompanion() {
+    shortcuts_.giveBackAll();
+    unload();
+}
+
+void KWinCompanion::load(const QString& script, int attempt) {
+    const QDBusMessage loaded = scripting(QStringLiteral("loadScript"), {script, kPluginName});
+    const int id = loaded.arguments().value(0, -1).toInt();
+    if (loaded.type() != QDBusMessage::ReplyMessage || id < 0) {
+        if (loaded.type() == QDBusMessage::ReplyMessage && attempt < kLoadAttempts) {
+            QTimer::singleShot(kLoadRetryMs, this, [this, script, attempt] {
+                load(script, attempt + 1);
+            });
+            return;
+        }
+        glimmo::log(QStringLiteral("KWin did not load the companion: %1")
+                        .arg(loaded.errorMessage().isEmpty() ? QStringLiteral("refused")
+                                                             : loaded.errorMessage()));
+        return;
+    }
+    loaded_ = true;
+    // KWin 6 names a script's object /Scripting/Script<id>, KWin 5 /<id>.
+    for (const QString& path : {QStringLiteral("/Scripting/Script%1").arg(id),
+                                QStringLiteral("/%1").arg(id)}) {
+        QDBusMessage run = QDBusMessage::createMethodCall(kKWin, path,
+                                                          QStringLiteral("org.kde.kwin.Script"),
+                                                          QStringLiteral("run"));
+        if (QDBusConnection::sessionBus().call(run, QDBus::Block, kTimeoutMs).type() ==
+            QDBusMessage::ReplyMessage)
+            return;  // present once the script reports
+    }
+    glimmo::log(QStringLiteral("KWin loaded the companion but did not run it"));
+}
+
+void KWinCompanion::unload() {
+    if (loaded_) scripting(QStringLiteral("unloadScript"), {kPluginName});
+    loaded_ = false;
+}
+
+void KWinCompanion::ActiveWindow(const QString& json) {
+    // Only KWin itself speaks for the script.
+    if (calledFromDBus()) {
+        const QString kwin = connection().interface()->serviceOwner(kKWin);
+        if (message().service() != kwin) {
+            sendErrorReply(QDBusError::AccessDenied, QStringLiteral("Only KWin may call this"));
+            return;
+        }
+    }
+    const QJsonObject w = QJsonDocument::fromJson(json.toUtf8()).object();
+    if (!present_) {
+        present_ = true;
+        glimmo::log(QStringLiteral("the compositor companion answers (KWin)"));
+        // Keys wanted before the script spoke are taken now.
+        if (keysWanted_) {
+            keysWanted_ = false;
+            wantKeys(true);
+        }
+        emit presentChanged(true);
+    }
+    if (w.isEmpty()) {
+        window_.reset();
+        return;
+    }
+    window_ = Window{static_cast<qint64>(w.value(QLatin1String("pid")).toDouble()),
+                     w.value(QLatin1String("wayland")).toBool(),
+                     rect(w.value(QLatin1String("frame")).toObject()),
+                     rect(w.value(QLatin1String("buffer")).toObject()),
+                     w.value(QLatin1String("scale")).toDouble(1)};
+}
+
+void KWinCompanion::wantKeys(bool wanted) {
+    if (wanted == keysWanted_) return;
+    keysWanted_ = wanted;
+    if (!present_) return;
+    if (wanted)
+        for (const QString& key : KdeShortcuts::keys) shortcuts_.take(key);
+    else
+        shortcuts_.giveBackAll();
+}
+
+void KWinCompanion::passKey(const QString& key) {
+    // KWin would run the shortcut again for the pressed key: it goes while the key passes.
+    shortcuts_.giveBack(key);
+    fakeInput_.press({keysym(key)});
+    if (keysWanted_) shortcuts_.take(key);
+}
+
+void KWinCompanion::pressShortcut(const QString& shortcut) {
+    const std::uint32_t letter = shortcut == QLatin1String("ctrl+a") ? XKB_KEY_a : XKB_KEY_v;
+    fakeInput_.press({XKB_KEY_Control_L, letter});
+}
+
+void KWinCompanion::onPressed(const QString& key) {
+    if (keysWanted_)
+        emit keyPressed(key);
+    else
+        passKey(key);  // a press that crossed the letting go
+}
+
+}  // namespace linuxdesk

@@ -1,0 +1,94 @@
+#!/usr/bin/env bash
+# tests/e2e/kwin-desktop.sh COMMAND [ARGS...]
+#
+# Runs COMMAND inside a private Plasma-style Wayland desktop: headless KWin (kwin_wayland
+# --virtual) with one 1280x800 output and Xwayland, a private session bus (KWin's scripting,
+# global shortcuts and window rules live on it) and the accessibility bus switched on, HOME and
+# the XDG folders private (kglobalshortcutsrc is read from $XDG_CONFIG_HOME afterwards).
+# COMMAND gets WAYLAND_DISPLAY, DISPLAY (Xwayland), XDG_SESSION_TYPE=wayland,
+# XDG_CURRENT_DESKTOP=KDE and, as from wayland-desktop.sh, GLIMMO_WAYLAND_KEYS (here the keys go
+# through KWin's fake-input protocol) and GLIMMO_KWIN_LOG, KWin's output (what scripts print).
+# Everything started here is stopped when COMMAND ends; COMMAND's exit status is returned.
+# Skips with 77 when the desktop cannot start, fails with 1 under CI=true, as desktop.sh.
+#
+# KWin's permission checks are off (KWIN_WAYLAND_NO_PERMISSION_CHECKS=1): the test keyboard
+# has no desktop entry of its own. There is no screenshot: KWin's screenshot interface needs
+# OpenGL, which a machine without a render node lacks, and KWin 6.3's virtual output no longer
+# keeps its frames.
+#
+# Debugging: KWIN_DESKTOP_KEEP=DIR leaves the logs of KWin and of the keyboard in DIR.
+set -uo pipefail
+here=$(cd "$(dirname "$0")" && pwd)
+. "$here/session.sh"
+
+[ $# -gt 0 ] || { echo "usage: $0 COMMAND [ARGS...]" >&2; exit 2; }
+
+for tool in kwin_wayland Xwayland dbus-daemon dbus-send xprop; do
+    command -v "$tool" >/dev/null || cannot_start "$tool is not installed"
+done
+keys=${GLIMMO_WAYLAND_KEYS:-$here/../../build/glimmo-wayland-keys}
+[ -x "$keys" ] || cannot_start "no keyboard: $keys is not built (GLIMMO_TESTS=ON)"
+export GLIMMO_WAYLAND_KEYS=$keys
+
+session_begin glimmo-kwin
+on_session_end() {
+    [ -z "${KWIN_DESKTOP_KEEP:-}" ] && return
+    mkdir -p "$KWIN_DESKTOP_KEEP" && cp "$work"/*.log "$KWIN_DESKTOP_KEEP"/
+}
+# KWin picks its own Qt platform and takes no KDE session's; COMMAND gets the caller's.
+caller_qpa=${QT_QPA_PLATFORM-}
+unset DISPLAY XAUTHORITY WAYLAND_DISPLAY WAYLAND_SOCKET QT_QPA_PLATFORM
+unset KDE_FULL_SESSION KDE_SESSION_VERSION
+export XDG_SESSION_TYPE=wayland XDG_CURRENT_DESKTOP=KDE
+export HOME=$work/home
+export XDG_CONFIG_HOME=$HOME/.config XDG_DATA_HOME=$HOME/.local/share
+export XDG_CACHE_HOME=$HOME/.cache XDG_STATE_HOME=$HOME/.local/state
+mkdir -p "$XDG_CONFIG_HOME" "$XDG_DATA_HOME" "$XDG_CACHE_HOME"
+
+session_bus
+session_a11y
+x11_socket_folder
+
+# Software drawing and no lock screen. KWin tells the programs it starts where its displays
+# are; one of them reports them here and stays.
+mkfifo "$work/displays"
+KWIN_WAYLAND_NO_PERMISSION_CHECKS=1 LIBGL_ALWAYS_SOFTWARE=1 \
+    kwin_wayland --virtual --width 1280 --height 800 --socket glimmo-kwin --xwayland \
+    --no-lockscreen \
+    "sh -c 'echo \"\$WAYLAND_DISPLAY \$DISPLAY \$XAUTHORITY\" >$work/displays; while kill -0 \$PPID 2>/dev/null; do sleep 1; done'" \
+    >"$work/kwin.log" 2>&1 &
+kwin=$!
+pids+=("$kwin")
+displays=""
+read -r -t 30 displays <"$work/displays" || true
+read -r WAYLAND_DISPLAY DISPLAY XAUTHORITY <<<"$displays"
+[ -n "${WAYLAND_DISPLAY:-}" ] && [ -n "${DISPLAY:-}" ] ||
+    cannot_start "KWin did not start ($(grep -v '^$' "$work/kwin.log" | tail -n 3))"
+export WAYLAND_DISPLAY DISPLAY
+[ -n "${XAUTHORITY:-}" ] && export XAUTHORITY || unset XAUTHORITY
+for _ in $(seq 1 100); do
+    session_has_name org.kde.KWin && session_has_name org.kde.kglobalaccel && break
+    sleep 0.1
+done
+session_has_name org.kde.kglobalaccel || cannot_start "KWin's global shortcuts are not served"
+# Xwayland starts when the first X client connects.
+for _ in $(seq 1 100); do
+    xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id' && break
+    sleep 0.1
+done
+xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id' ||
+    cannot_start "Xwayland does not answer on $DISPLAY"
+
+mkfifo "$work/keys"
+"$keys" --serve >"$work/keys" 2>"$work/keys.log" &
+pids+=($!)
+answer=""
+read -r -t 15 answer <"$work/keys" || true
+[ "$answer" = ready ] || cannot_start "no keyboard ($(tail -n 3 "$work/keys.log"))"
+
+[ -n "$caller_qpa" ] && export QT_QPA_PLATFORM=$caller_qpa
+export GLIMMO_KWIN_LOG=$work/kwin.log
+echo "kwin desktop up: $(kwin_wayland --version 2>/dev/null), WAYLAND_DISPLAY=$WAYLAND_DISPLAY DISPLAY=$DISPLAY" >&2
+"$@"
+status=$?
+exit $status
