@@ -1,8 +1,8 @@
 #pragma once
 // The active window's rectangles as KWin has them, for tests on the KWin desktop
 // (kwin-desktop.sh): a one-line script of the test's own prints them into KWin's log
-// ($GLIMMO_KWIN_LOG). Each call loads a script under a name of its own and leaves it loaded:
-// KWin numbers a new script by how many it holds, so unloading one would hand its number on.
+// ($GLIMMO_KWIN_LOG), and is unloaded again: KWin numbers a new script by how many it holds, so
+// one left behind would take the number Glimmo's script gets when Glimmo starts again.
 #include <QDBusInterface>
 #include <QDBusReply>
 #include <QDir>
@@ -25,10 +25,10 @@ inline std::optional<KWinWindow> kwinActiveWindow() {
     QTemporaryFile script(QDir::tempPath() + QStringLiteral("/kwin-XXXXXX.js"));
     if (!script.open()) return std::nullopt;
     script.write(QStringLiteral(
-                     "const w = workspace.activeWindow;\n"
+                     "const w = workspace.activeWindow || workspace.activeClient;\n"
                      "const r = g => g ? [g.x, g.y, g.width, g.height].map(Math.round).join(',') "
                      ": '0,0,0,0';\n"
-                     "print('%1 ' + (w ? [r(w.frameGeometry), r(w.clientGeometry), "
+                     "print('%1 ' + (w ? [r(w.frameGeometry), r(w.clientGeometry || w.bufferGeometry), "
                      "r(w.bufferGeometry)].join(' ') : 'none'));\n")
                      .arg(tag)
                      .toUtf8());
@@ -37,10 +37,13 @@ inline std::optional<KWinWindow> kwinActiveWindow() {
                              QStringLiteral("org.kde.kwin.Scripting"));
     const QDBusReply<int> id = scripting.call(QStringLiteral("loadScript"), script.fileName(), tag);
     if (!id.isValid() || id.value() < 0) return std::nullopt;
-    QDBusInterface run(QStringLiteral("org.kde.KWin"),
-                       QStringLiteral("/Scripting/Script%1").arg(id.value()),
-                       QStringLiteral("org.kde.kwin.Script"));
-    run.call(QStringLiteral("run"));
+    // KWin 6 names the script's object /Scripting/Script<id>, KWin 5 /<id>.
+    for (const QString& path : {QStringLiteral("/Scripting/Script%1").arg(id.value()),
+                                QStringLiteral("/%1").arg(id.value())}) {
+        QDBusInterface run(QStringLiteral("org.kde.KWin"), path,
+                           QStringLiteral("org.kde.kwin.Script"));
+        if (run.call(QStringLiteral("run")).type() == QDBusMessage::ReplyMessage) break;
+    }
     const auto rect = [](const QString& s) {
         const QStringList v = s.split(u',');
         return v.size() == 4 ? QRect(v[0].toInt(), v[1].toInt(), v[2].toInt(), v[3].toInt())
@@ -61,6 +64,8 @@ inline std::optional<KWinWindow> kwinActiveWindow() {
             return false;
         },
         3000);
+    scripting.call(QStringLiteral("unloadScript"), tag);
+    testsupport::waitUntil([] { return false; }, 300);  // KWin forgets it a moment later
     return found;
 }
 

@@ -7,7 +7,8 @@
 # the XDG folders private (kglobalshortcutsrc is read from $XDG_CONFIG_HOME afterwards).
 # COMMAND gets WAYLAND_DISPLAY, DISPLAY (Xwayland), XDG_SESSION_TYPE=wayland,
 # XDG_CURRENT_DESKTOP=KDE and, as from wayland-desktop.sh, GLIMMO_WAYLAND_KEYS (here the keys go
-# through KWin's fake-input protocol) and GLIMMO_KWIN_LOG, KWin's output (what scripts print).
+# through KWin's fake-input protocol), GLIMMO_KWIN_LOG, KWin's output (what scripts print), and
+# GLIMMO_KWIN_VERSION.
 # Everything started here is stopped when COMMAND ends; COMMAND's exit status is returned.
 # Skips with 77 when the desktop cannot start, fails with 1 under CI=true, as desktop.sh.
 #
@@ -49,11 +50,20 @@ session_bus
 session_a11y
 x11_socket_folder
 
+# Debian gives kwin_wayland a file capability (real-time scheduling, or more open files); where
+# the machine's bounding set lacks it (containers), the kernel refuses to start it at all. A copy
+# has none, and KWin loads its own parts when its name stays kwin_wayland.
+kwin_program=$(command -v kwin_wayland)
+if ! "$kwin_program" --version >/dev/null 2>&1; then
+    mkdir -p "$work/bin" && cp "$kwin_program" "$work/bin/kwin_wayland" &&
+        kwin_program=$work/bin/kwin_wayland
+fi
+
 # Software drawing and no lock screen. KWin tells the programs it starts where its displays
 # are; one of them reports them here and stays.
 mkfifo "$work/displays"
 KWIN_WAYLAND_NO_PERMISSION_CHECKS=1 LIBGL_ALWAYS_SOFTWARE=1 \
-    kwin_wayland --virtual --width 1280 --height 800 --socket glimmo-kwin --xwayland \
+    "$kwin_program" --virtual --width 1280 --height 800 --socket glimmo-kwin --xwayland \
     --no-lockscreen \
     "sh -c 'echo \"\$WAYLAND_DISPLAY \$DISPLAY \$XAUTHORITY\" >$work/displays; while kill -0 \$PPID 2>/dev/null; do sleep 1; done'" \
     >"$work/kwin.log" 2>&1 &
@@ -88,7 +98,9 @@ read -r -t 15 answer <"$work/keys" || true
 
 [ -n "$caller_qpa" ] && export QT_QPA_PLATFORM=$caller_qpa
 export GLIMMO_KWIN_LOG=$work/kwin.log
-echo "kwin desktop up: $(kwin_wayland --version 2>/dev/null), WAYLAND_DISPLAY=$WAYLAND_DISPLAY DISPLAY=$DISPLAY" >&2
+GLIMMO_KWIN_VERSION=$("$kwin_program" --version 2>/dev/null | sed -n 's/^kwin \([0-9.]*\).*/\1/p')
+export GLIMMO_KWIN_VERSION
+echo "kwin desktop up: KWin $GLIMMO_KWIN_VERSION, WAYLAND_DISPLAY=$WAYLAND_DISPLAY DISPLAY=$DISPLAY" >&2
 "$@"
 status=$?
 exit $status

@@ -164,7 +164,9 @@ protected:
         if (editor) editor->clearKeys();
         ASSERT_TRUE(desktop::waylandKeys("Escape"));
         EXPECT_TRUE(bubbleShown(false, 3000));
-        if (editor) EXPECT_FALSE(editor->keys().contains("Escape 0"));
+        if (editor) {
+            EXPECT_FALSE(editor->keys().contains("Escape 0"));
+        }
         pause(2000);
         EXPECT_FALSE(glimmo->bubble());
         EXPECT_EQ(value(), expected);
@@ -218,6 +220,8 @@ TEST_F(NativeRewrite, Gtk4TabApplies) {
 // KWrite (Qt 6, KDE Frameworks 6) as Plasma runs it: natively, on KWin.
 TEST_F(NativeRewrite, KWriteTabAppliesAndEscDismisses) {
     if (!onKWin()) GTEST_SKIP() << "KWrite runs natively on the KWin desktop";
+    if (qEnvironmentVariable("GLIMMO_KWIN_VERSION").section(u'.', 0, 0).toInt() < 6)
+        GTEST_SKIP() << "KWrite 5 offers no editable text to the accessibility bus";
     QTemporaryDir dir;
     QFile file(dir.filePath(QStringLiteral("notes.txt")));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -230,7 +234,7 @@ TEST_F(NativeRewrite, KWriteTabAppliesAndEscDismisses) {
     kwrite.start(QStringLiteral("kwrite"), {file.fileName()});
     ASSERT_TRUE(kwrite.waitForStarted()) << "kwrite is not installed";
     ASSERT_TRUE(waitUntil(
-        [&] { return bool(field = desktop::focusedElement(*ax, kwrite.processId())); }, 20000))
+        [&] { return bool(field = ax->focusedIn(kwrite.processId())); }, 20000))
         << "KWrite's text has no accessible focus";
     ASSERT_TRUE(desktop::waylandKeys("ctrl+End"));
     tabApplies(QStringLiteral("please send me teh report befor friday"),

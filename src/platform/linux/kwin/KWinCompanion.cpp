@@ -26,6 +26,8 @@ constexpr int kTimeoutMs = 1000;
 // KWin forgets an unloaded script a moment later; until then it refuses to load it again.
 constexpr int kLoadAttempts = 10;
 constexpr int kLoadRetryMs = 200;
+// A script that has not spoken by then is started again by the way that starts every script.
+constexpr int kFirstWordMs = 2000;
 
 QDBusMessage scripting(const QString& method, const QVariantList& args) {
     QDBusMessage m = QDBusMessage::createMethodCall(kKWin, QStringLiteral("/Scripting"),
@@ -107,7 +109,9 @@ void KWinCompanion::load(const QString& script, int attempt) {
         return;
     }
     loaded_ = true;
-    // KWin 6 names a script's object /Scripting/Script<id>, KWin 5 /<id>.
+    // KWin 6 names a script's object /Scripting/Script<id>, KWin 5 /<id>. KWin numbers scripts
+    // by how many it holds, so the object may be another script's when one was unloaded before:
+    // a script that stays silent is started with all the others.
     for (const QString& path : {QStringLiteral("/Scripting/Script%1").arg(id),
                                 QStringLiteral("/%1").arg(id)}) {
         QDBusMessage run = QDBusMessage::createMethodCall(kKWin, path,
@@ -115,9 +119,16 @@ void KWinCompanion::load(const QString& script, int attempt) {
                                                           QStringLiteral("run"));
         if (QDBusConnection::sessionBus().call(run, QDBus::Block, kTimeoutMs).type() ==
             QDBusMessage::ReplyMessage)
-            return;  // present once the script reports
+            break;
     }
-    glimmo::log(QStringLiteral("KWin loaded the companion but did not run it"));
+    QTimer::singleShot(kFirstWordMs, this, [this] {
+        if (present_) return;
+        scripting(QStringLiteral("start"), {});
+        QTimer::singleShot(kFirstWordMs, this, [this] {
+            if (!present_)
+                glimmo::log(QStringLiteral("KWin loaded the companion but did not run it"));
+        });
+    });
 }
 
 void KWinCompanion::unload() {
