@@ -54,8 +54,7 @@ QString RoutedWorkspace::desktopNote() {
     // Plasma's KWin takes Glimmo's script while Glimmo runs; its launcher entry, which every
     // install writes, lets it type for the user.
     if (qEnvironmentVariable("XDG_CURRENT_DESKTOP").contains(QLatin1String("KDE")))
-        return QStringLiteral("On Plasma there is nothing more to do: Glimmo brings KWin what "
-                              "it needs each time it starts.");
+        return QStringLiteral("On Plasma there is nothing more to set up.");
     return {};
 }
 
