@@ -136,12 +136,7 @@ for _ in $(seq 1 100); do
     sleep 0.1
 done
 
-mkfifo "$work/keys"
-"$keys" --serve >"$work/keys" 2>"$work/keys.log" &
-pids+=($!)
-answer=""
-read -r -t 15 answer <"$work/keys" || true
-[ "$answer" = ready ] || cannot_start "no keyboard ($(tail -n 3 "$work/keys.log"))"
+session_keyboard "$keys"
 # The shell drops the first key of a keyboard it has just been given; that one is a Shift.
 "$keys" key shift >/dev/null 2>>"$work/keys.log"
 

@@ -89,12 +89,7 @@ done
 xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id' ||
     cannot_start "Xwayland does not answer on $DISPLAY"
 
-mkfifo "$work/keys"
-"$keys" --serve >"$work/keys" 2>"$work/keys.log" &
-pids+=($!)
-answer=""
-read -r -t 15 answer <"$work/keys" || true
-[ "$answer" = ready ] || cannot_start "no keyboard ($(tail -n 3 "$work/keys.log"))"
+session_keyboard "$keys"
 
 [ -n "$caller_qpa" ] && export QT_QPA_PLATFORM=$caller_qpa
 export GLIMMO_KWIN_LOG=$work/kwin.log

@@ -1,4 +1,4 @@
-# tests/e2e/session.sh: what the virtual desktops (desktop.sh, wayland-desktop.sh) share, sourced
+# tests/e2e/session.sh: what the virtual desktops (desktop.sh, the Wayland ones) share, sourced
 # by them: the skip-or-fail rule, a private folder whose processes are stopped on exit, the
 # private session bus and the accessibility bus.
 
@@ -85,4 +85,15 @@ session_a11y() {
 session_has_name() {
     dbus-send --session --print-reply=literal --dest=org.freedesktop.DBus /org/freedesktop/DBus \
         org.freedesktop.DBus.NameHasOwner "string:$1" 2>/dev/null | grep -q true
+}
+
+# session_keyboard PROGRAM: the test keyboard of a Wayland desktop (glimmo-wayland-keys),
+# serving until the desktop ends.
+session_keyboard() {
+    mkfifo "$work/keys"
+    "$1" --serve >"$work/keys" 2>"$work/keys.log" &
+    pids+=($!)
+    local answer=""
+    read -r -t 15 answer <"$work/keys" || true
+    [ "$answer" = ready ] || cannot_start "no keyboard ($(tail -n 3 "$work/keys.log"))"
 }

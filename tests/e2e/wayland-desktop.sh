@@ -74,12 +74,7 @@ for _ in $(seq 1 100); do
 done
 [ -n "$ready" ] || cannot_start "mutter is not ready ($(tail -n 3 "$work/mutter.log"))"
 
-mkfifo "$work/keys"
-"$keys" --serve >"$work/keys" 2>"$work/keys.log" &
-pids+=($!)
-answer=""
-read -r -t 15 answer <"$work/keys" || true
-[ "$answer" = ready ] || cannot_start "no keyboard ($(tail -n 3 "$work/keys.log"))"
+session_keyboard "$keys"
 
 echo "wayland desktop up: WAYLAND_DISPLAY=$WAYLAND_DISPLAY DISPLAY=$DISPLAY" >&2
 "$@"
