@@ -7,7 +7,8 @@
 // xcb platform, which ctest sets. On the GNOME desktop (gnome-desktop.sh) Firefox runs as a
 // native Wayland window: keys go in through the compositor's remote-desktop keyboard, the
 // title is read from the accessibility bus, and Glimmo's companion in the shell takes Tab and
-// Esc and presses the paste.
+// Esc and presses the paste. On the KWin desktop (kwin-desktop.sh) the same, with Glimmo's
+// script in KWin, KDE's shortcuts and KWin's fake input.
 #include <gtest/gtest.h>
 
 #include <QClipboard>
@@ -38,8 +39,11 @@ struct Browser {
     std::optional<desktop::Firefox> firefox;
 };
 
-bool nativeWindows() {
+bool onGnome() {
     return qEnvironmentVariableIsSet("GLIMMO_GNOME_SCREENSHOT");
+}
+bool nativeWindows() {
+    return onGnome() || qEnvironmentVariableIsSet("GLIMMO_KWIN_LOG");
 }
 
 // The title of the native browser's active window, from its frame on the accessibility bus.
@@ -137,7 +141,7 @@ struct Web : EngineRunsOnDesktop {
         }
         ASSERT_TRUE(suggests(kRewrite, 20000)) << seen() << "title: " << frontTitle().toStdString();
         EXPECT_TRUE(request().contains(kTyped)) << request().toStdString();
-        if (nativeWindows()) {
+        if (onGnome()) {
             // The companion tells where the native window is: the bubble stands at the caret.
             const platform::Rect f = shown.frame;
             const auto off =
@@ -227,6 +231,11 @@ struct TextArea : Web, ::testing::WithParamInterface<const char*> {};
 // The editor's paragraphs are read as one text, and the rewrite goes in through its paste.
 TEST_P(Editor, TypedParagraphIsRewrittenInTheModel) {
     ASSERT_TRUE(desktop.hasDisplay());
+    // On KWin 5.27 the paste reaches native Firefox with nothing of the rewrite (the keys and
+    // the paste key do arrive); KWin 6 hands it over. Said in the README.
+    if (qEnvironmentVariableIsSet("GLIMMO_KWIN_LOG") &&
+        qEnvironmentVariable("GLIMMO_KWIN_VERSION").section(u'.', 0, 0).toInt() < 6)
+        GTEST_SKIP() << "KWin 5.27: no rewrite reaches a native Firefox's paste";
     const auto [browserName, editor] = GetParam();
     QFile page(QStringLiteral(GLIMMO_EDITOR_PAGES "/%1.html").arg(editor));
     ASSERT_TRUE(page.open(QIODevice::ReadOnly)) << "no page " << page.fileName().toStdString();

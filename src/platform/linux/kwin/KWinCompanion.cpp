@@ -59,6 +59,9 @@ bool KWinCompanion::running() {
 }
 
 QString KWinCompanion::scriptPath(const QString& binDir) {
+    // A script being worked on, tried without installing it.
+    const QString chosen = qEnvironmentVariable("GLIMMO_KWIN_COMPANION");
+    if (!chosen.isEmpty() && QFileInfo(chosen).isFile()) return QFileInfo(chosen).absoluteFilePath();
     for (const QString& folder :
          {QStringLiteral("../share/glimmo/companion"), QStringLiteral("companion")}) {
         const QFileInfo script(QDir(binDir).filePath(folder + QStringLiteral("/kwin/companion.js")));

@@ -20,8 +20,8 @@ class KWinCompanion : public Companion, protected QDBusContext {
 public:
     // Whether KWin is the compositor of this (Wayland) session.
     static bool running();
-    // The script beside the program (a build) or in its share folder (installed); empty if
-    // neither has it.
+    // The script $GLIMMO_KWIN_COMPANION names, or the one beside the program (a build) or in
+    // its share folder (installed); empty if none has it.
     static QString scriptPath(const QString& binDir);
 
     explicit KWinCompanion(const QString& script, QObject* parent = nullptr);
