@@ -32,9 +32,7 @@ public:
     bool moveBy(double dx, double dy);
     bool click();
 
-private:
-public:
-    struct State;
+    struct State;  // public for the protocol's callbacks, opaque elsewhere
 
 private:
     std::unique_ptr<State> s_;

@@ -1,10 +1,8 @@
 #include "platform/linux/kwin/KWinCompanion.h"
 
-#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
 #include <QDir>
 #include <QFileInfo>
 #include <QJsonDocument>
@@ -71,7 +69,7 @@ QString KWinCompanion::scriptPath(const QString& binDir) {
 }
 
 KWinCompanion::KWinCompanion(const QString& script, QObject* parent) : Companion(parent) {
-    connect(&shortcuts_, &KdeShortcuts::pressed, this, &KWinCompanion::onPressed);
+    connect(&shortcuts_, &KdeShortcuts::pressed, this, &KWinCompanion::taken);
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.registerObject(QStringLiteral("/io/glimmo/KWin"), this,
                             QDBusConnection::ExportScriptableSlots)) {
@@ -153,10 +151,7 @@ void KWinCompanion::ActiveWindow(const QString& json) {
         present_ = true;
         glimmo::log(QStringLiteral("the compositor companion answers (KWin)"));
         // Keys wanted before the script spoke are taken now.
-        if (keysWanted_) {
-            keysWanted_ = false;
-            wantKeys(true);
-        }
+        if (keysWanted()) takeKeys(true);
         emit presentChanged(true);
     }
     if (w.isEmpty()) {
@@ -170,9 +165,7 @@ void KWinCompanion::ActiveWindow(const QString& json) {
                      w.value(QLatin1String("scale")).toDouble(1)};
 }
 
-void KWinCompanion::wantKeys(bool wanted) {
-    if (wanted == keysWanted_) return;
-    keysWanted_ = wanted;
+void KWinCompanion::takeKeys(bool wanted) {
     if (!present_) return;
     if (wanted)
         for (const QString& key : KdeShortcuts::keys) shortcuts_.take(key);
@@ -184,19 +177,12 @@ void KWinCompanion::passKey(const QString& key) {
     // KWin would run the shortcut again for the pressed key: it goes while the key passes.
     shortcuts_.giveBack(key);
     fakeInput_.press({keysym(key)});
-    if (keysWanted_) shortcuts_.take(key);
+    if (keysWanted()) shortcuts_.take(key);
 }
 
 void KWinCompanion::pressShortcut(const QString& shortcut) {
     const std::uint32_t letter = shortcut == QLatin1String("ctrl+a") ? XKB_KEY_a : XKB_KEY_v;
     fakeInput_.press({XKB_KEY_Control_L, letter});
-}
-
-void KWinCompanion::onPressed(const QString& key) {
-    if (keysWanted_)
-        emit keyPressed(key);
-    else
-        passKey(key);  // a press that crossed the letting go
 }
 
 }  // namespace linuxdesk

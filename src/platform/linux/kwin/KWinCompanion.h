@@ -29,7 +29,6 @@ public:
 
     bool present() const override { return present_; }
     std::optional<Window> focusedWindow() override { return window_; }
-    void wantKeys(bool wanted) override;
     void passKey(const QString& key) override;
     void pressShortcut(const QString& shortcut) override;
 
@@ -37,16 +36,17 @@ public slots:
     // Called by the script: the active window as JSON, see companion/kwin/companion.js.
     Q_SCRIPTABLE void ActiveWindow(const QString& json);
 
+protected:
+    void takeKeys(bool wanted) override;
+
 private:
     void load(const QString& script, int attempt);
     void unload();
-    void onPressed(const QString& key);
 
     KdeShortcuts shortcuts_;
     FakeInput fakeInput_;
     bool present_ = false;
     bool loaded_ = false;
-    bool keysWanted_ = false;
     std::optional<Window> window_;
 };
 

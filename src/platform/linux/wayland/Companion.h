@@ -34,7 +34,12 @@ public:
     // The focused window; absent without a companion or a focused window.
     virtual std::optional<Window> focusedWindow() = 0;
 
-    virtual void wantKeys(bool wanted) = 0;
+    // Tab, Esc and the arrows taken before any window sees them while wanted.
+    void wantKeys(bool wanted) {
+        if (wanted == keysWanted_) return;
+        keysWanted_ = wanted;
+        takeKeys(wanted);
+    }
     virtual void passKey(const QString& key) = 0;
     // "ctrl+v" or "ctrl+a", pressed for the focused window.
     virtual void pressShortcut(const QString& shortcut) = 0;
@@ -51,6 +56,21 @@ signals:
 
 protected:
     using QObject::QObject;
+
+    bool keysWanted() const { return keysWanted_; }
+    // Asks the compositor to take the keys, or to give them back.
+    virtual void takeKeys(bool wanted) = 0;
+    // A key the compositor took: the engine's while keys are wanted; one that crossed the
+    // letting go is handed on to the window.
+    void taken(const QString& key) {
+        if (keysWanted_)
+            emit keyPressed(key);
+        else
+            passKey(key);
+    }
+
+private:
+    bool keysWanted_ = false;
 };
 
 class NativeRoute;

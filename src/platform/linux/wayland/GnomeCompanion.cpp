@@ -69,7 +69,7 @@ void GnomeCompanion::greeted(const QDBusMessage& answer) {
                     .arg(a[1].toString(), a[2].toString()));
     present_ = true;
     // A shell restarted while keys were wanted has forgotten it.
-    if (keysWanted_) call("WantKeys", {true});
+    if (keysWanted()) call("WantKeys", {true});
     emit presentChanged(true);
 }
 
@@ -113,9 +113,7 @@ std::optional<Companion::Window> GnomeCompanion::focusedWindow() {
     return window_;
 }
 
-void GnomeCompanion::wantKeys(bool wanted) {
-    if (wanted == keysWanted_) return;
-    keysWanted_ = wanted;
+void GnomeCompanion::takeKeys(bool wanted) {
     call("WantKeys", {wanted});
 }
 
@@ -136,10 +134,7 @@ void GnomeCompanion::hideMenu() {
 }
 
 void GnomeCompanion::onKeyPressed(const QString& key) {
-    if (keysWanted_)
-        emit keyPressed(key);
-    else
-        passKey(key);  // a press that crossed the letting go
+    taken(key);
 }
 
 void GnomeCompanion::onMenuOpening() {

@@ -22,11 +22,13 @@ public:
     bool drawsMenu() const override { return true; }
     // Kept for a moment, since placing the bubble asks several times in a row.
     std::optional<Window> focusedWindow() override;
-    void wantKeys(bool wanted) override;
     void passKey(const QString& key) override;
     void pressShortcut(const QString& shortcut) override;
     void setMenu(const QString& iconPath, const QString& rowsJson) override;
     void hideMenu() override;
+
+protected:
+    void takeKeys(bool wanted) override;
 
 private slots:
     void onKeyPressed(const QString& key);
@@ -40,7 +42,6 @@ private:
 
     QDBusServiceWatcher watcher_;
     bool present_ = false;
-    bool keysWanted_ = false;
     std::optional<Window> window_;
     QElapsedTimer windowAge_;
 };
