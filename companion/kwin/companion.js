@@ -29,8 +29,10 @@ function send() {
         // Only Xwayland windows have an X window id.
         wayland: !(w.windowId > 0),
         frame: rect(w.frameGeometry),
-        // KWin 5.27 has no clientGeometry: the buffer stands in for it.
-        client: rect(w.clientGeometry || w.bufferGeometry),
+        // The window inside KWin's title bar, without the toolkit's shadows. KWin 5.27 has no
+        // clientGeometry: a window KWin decorates has no shadows of its own, so its buffer is
+        // that; one that decorates itself has no title bar of KWin's, so its frame is.
+        client: rect(w.clientGeometry || (w.noBorder ? w.frameGeometry : w.bufferGeometry)),
         buffer: rect(w.bufferGeometry),
         // KWin 5.27 does not show scripts an output's scale.
         scale: (w.output && w.output.devicePixelRatio) || 1,

@@ -2,11 +2,17 @@
 // The active window's rectangles as KWin has them, for tests on the KWin desktop
 // (kwin-desktop.sh): a one-line script of the test's own prints them into KWin's log
 // ($GLIMMO_KWIN_LOG), and is unloaded again: KWin numbers a new script by how many it holds, so
-// one left behind would take the number Glimmo's script gets when Glimmo starts again.
+// one left behind would take the number Glimmo's script gets when Glimmo starts again. And
+// KWin's own picture of its screen, where it has one.
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <QDBusInterface>
 #include <QDBusReply>
+#include <QDBusUnixFileDescriptor>
 #include <QDir>
 #include <QFile>
+#include <QImage>
 #include <QRect>
 #include <QTemporaryFile>
 #include <optional>
@@ -67,6 +73,40 @@ inline std::optional<KWinWindow> kwinActiveWindow() {
     scripting.call(QStringLiteral("unloadScript"), tag);
     testsupport::waitUntil([] { return false; }, 300);  // KWin forgets it a moment later
     return found;
+}
+
+// The whole screen as KWin draws it, native windows included (ScreenShot2, the tests' desktop
+// lets any caller use it). Null where KWin has no screenshot interface: it needs OpenGL, which
+// KWin 5.27 gets from Mesa's software renderer but KWin 6 only with a render node.
+inline QImage kwinScreenshot() {
+    int fds[2];
+    if (pipe2(fds, O_CLOEXEC) != 0) return {};
+    QDBusInterface shots(QStringLiteral("org.kde.KWin"), QStringLiteral("/org/kde/KWin/ScreenShot2"),
+                         QStringLiteral("org.kde.KWin.ScreenShot2"));
+    const QDBusMessage reply =
+        shots.call(QStringLiteral("CaptureActiveScreen"),
+                   QVariantMap{{QStringLiteral("include-cursor"), false},
+                               {QStringLiteral("native-resolution"), true}},
+                   QVariant::fromValue(QDBusUnixFileDescriptor(fds[1])));
+    close(fds[1]);
+    // KWin writes the pixels after its answer and closes the pipe when done.
+    QByteArray data;
+    char chunk[65536];
+    for (ssize_t n; reply.type() == QDBusMessage::ReplyMessage &&
+                    (n = read(fds[0], chunk, sizeof chunk)) > 0;)
+        data.append(chunk, n);
+    close(fds[0]);
+    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty()) return {};
+    const QVariantMap r = qdbus_cast<QVariantMap>(reply.arguments().first());
+    const int w = r.value(QStringLiteral("width")).toInt();
+    const int h = r.value(QStringLiteral("height")).toInt();
+    const int stride = r.value(QStringLiteral("stride")).toInt();
+    const auto format = QImage::Format(r.value(QStringLiteral("format")).toInt());
+    if (w <= 0 || h <= 0 || data.size() < qsizetype(stride) * h) return {};
+    // copy(): the pixels must outlive data, whichever format KWin sent.
+    return QImage(reinterpret_cast<const uchar*>(data.constData()), w, h, stride, format)
+        .copy()
+        .convertToFormat(QImage::Format_RGB32);
 }
 
 }  // namespace desktop

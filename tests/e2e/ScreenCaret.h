@@ -69,9 +69,11 @@ inline QImage shellScreenshot() {
 }
 
 // Whether a bubble's frame (which holds its shadow) starts just below the caret blinking in
-// the shell's screenshot, about 12 pixels left of it (the last character ends at the caret).
-inline std::optional<QString> bubbleOffCaret(const QRect& frame) {
-    const auto caret = blinkingCaret(frame, 3000, shellScreenshot);
+// the compositor's screenshots (the shell's by default), about 12 pixels left of it (the last
+// character ends at the caret).
+inline std::optional<QString> bubbleOffCaret(
+    const QRect& frame, const std::function<QImage()>& shoot = shellScreenshot) {
+    const auto caret = blinkingCaret(frame, 3000, shoot);
     if (!caret) return QStringLiteral("no caret blinks on the screen");
     const int below = frame.top() - (caret->bottom() + 1);
     const int left = caret->left() - (frame.left() + 12);

@@ -13,9 +13,9 @@
 # Skips with 77 when the desktop cannot start, fails with 1 under CI=true, as desktop.sh.
 #
 # KWin's permission checks are off (KWIN_WAYLAND_NO_PERMISSION_CHECKS=1): the test keyboard
-# has no desktop entry of its own. There is no screenshot: KWin's screenshot interface needs
-# OpenGL, which a machine without a render node lacks, and KWin 6.3's virtual output no longer
-# keeps its frames.
+# has no desktop entry of its own. COMMAND gets KWin's screenshots (ScreenShot2) the way a
+# screenshot tool does, through a desktop entry naming it. KWin offers them only when it draws
+# with OpenGL: KWin 5.27 does through Mesa's software renderer, KWin 6 only with a render node.
 #
 # Debugging: KWIN_DESKTOP_KEEP=DIR leaves the logs of KWin and of the keyboard in DIR.
 set -uo pipefail
@@ -45,6 +45,18 @@ export HOME=$work/home
 export XDG_CONFIG_HOME=$HOME/.config XDG_DATA_HOME=$HOME/.local/share
 export XDG_CACHE_HOME=$HOME/.cache XDG_STATE_HOME=$HOME/.local/state
 mkdir -p "$XDG_CONFIG_HOME" "$XDG_DATA_HOME" "$XDG_CACHE_HOME"
+
+# KWin hands its restricted interfaces to the program an entry's Exec names by its path.
+command_path=$(readlink -f "$(command -v "$1")")
+mkdir -p "$XDG_DATA_HOME/applications"
+cat >"$XDG_DATA_HOME/applications/glimmo-test-command.desktop" <<EOF
+[Desktop Entry]
+Type=Application
+Name=Glimmo's test
+Exec=$command_path
+NoDisplay=true
+X-KDE-DBUS-Restricted-Interfaces=org.kde.KWin.ScreenShot2
+EOF
 
 session_bus
 session_a11y

@@ -7,7 +7,8 @@
 // runs in the shell: the bubble then stands under the caret, found in the screen's pixels, and
 // the keys are taken before any window sees them, GTK 4's Esc included. A native chat window's
 // drafts are chosen with the arrows. On the KWin desktop (kwin-desktop.sh) Glimmo loads its
-// script into KWin and takes the keys as KDE global shortcuts; KWrite runs there natively too,
+// script into KWin and takes the keys as KDE global shortcuts, and the bubble is found in KWin's
+// screenshot where KWin takes one; KWrite runs there natively too,
 // and afterwards nothing of Glimmo's may be left in the user's shortcut settings, even after
 // Glimmo was killed with the keys taken.
 #include <gtest/gtest.h>
@@ -53,11 +54,19 @@ std::string kdeShortcutsOfGlimmo() {
     return lines.join(u'\n').toStdString();
 }
 
-// Keeps the shell's screenshot in the build folder for a person to look at.
+// Whether KWin takes screenshots (it needs OpenGL: 5.27 here, 6 only with a render node).
+bool kwinShows() {
+    static const bool shows = onKWin() && !desktop::kwinScreenshot().isNull();
+    return shows;
+}
+
+// Keeps the compositor's screenshot in the build folder for a person to look at.
 void keepShot(const char* name) {
     const QString path = QStringLiteral(GLIMMO_SHOT_DIR "/") + QLatin1String(name);
-    if (onGnome() && desktop::shellScreenshot().save(path))
-        std::cout << "screenshot: " << path.toStdString() << std::endl;
+    const QImage shot = onGnome()    ? desktop::shellScreenshot()
+                        : kwinShows() ? desktop::kwinScreenshot()
+                                      : QImage();
+    if (shot.save(path)) std::cout << "screenshot: " << path.toStdString() << std::endl;
 }
 
 // What an X11 application finds on the clipboard (targets, text, image size).
@@ -119,14 +128,19 @@ protected:
             << frame.x() << "," << frame.y() << " " << frame.width() << "x" << frame.height();
         if (onGnome()) bubbleUnderCaret(frame);
         if (onKWin()) {
-            bubbleUnderKWinCaret(frame);
+            if (kwinShows()) {
+                const auto off = desktop::bubbleOffCaret(frame, desktop::kwinScreenshot);
+                EXPECT_FALSE(off) << off->toStdString();
+            } else {
+                bubbleUnderKWinCaret(frame);
+            }
             // KDE writes its settings half a second after a change; a component with shortcuts
             // keeps its name there, but no session shortcut is ever written.
             pause(700);
             EXPECT_EQ(kdeShortcutsOfGlimmo().find("_k_session"), std::string::npos)
                 << kdeShortcutsOfGlimmo();
         }
-        keepShot("e2e-gnome-suggestion.png");
+        keepShot(onKWin() ? "e2e-kwin-suggestion.png" : "e2e-gnome-suggestion.png");
     }
 
     static void bubbleUnderCaret(const QRect& frame) {
@@ -134,16 +148,17 @@ protected:
         EXPECT_FALSE(off) << off->toStdString();
     }
 
-    // KWin shows no picture of its screen without OpenGL: the caret is where KWin's window
+    // Without KWin's screenshots (KWin 6 without a render node) the caret is where KWin's window
     // rectangle and the toolkit's box of the last character put it (GTK 3 counts from its
-    // surface, shadows included, GTK 4 from its frame, Qt from its surface, which KWin frames).
+    // surface, shadows included, GTK 4 from inside KWin's title bar, Qt from its surface, which
+    // KWin frames).
     void bubbleUnderKWinCaret(const QRect& frame) {
         const auto window = desktop::kwinActiveWindow();
         ASSERT_TRUE(window) << "KWin names no active window";
         const int last = int(value().size()) - 1;
         const auto box = ax->windowBounds(field, platform::Range{last, 1});
         ASSERT_TRUE(box) << "no box for the last character";
-        const QRect origin = ax->gtkVersion(field) == 4 ? window->frame : window->buffer;
+        const QRect origin = ax->gtkVersion(field) == 4 ? window->client : window->buffer;
         // The bubble's window begins with its shadow, a few pixels above what is drawn.
         const int caretX = origin.x() + int(box->x + box->width);
         const int caretTop = origin.y() + int(box->y);
@@ -287,7 +302,18 @@ TEST_F(NativeRewrite, Gtk3ChatArrowsChooseAReply) {
     ASSERT_TRUE(field) << "the message box has no accessible focus";
     ASSERT_TRUE(bubbleShown(true)) << "no drafts appeared\n" << glimmo->log().toStdString();
     pause(500);  // the list is complete
-    keepShot("e2e-gnome-drafts.png");
+    keepShot(onKWin() ? "e2e-kwin-drafts.png" : "e2e-gnome-drafts.png");
+    if (onKWin()) {
+        // The list stands at the message box, inside the window, not where the box would be
+        // were the window at the screen's corner.
+        const auto window = desktop::kwinActiveWindow();
+        ASSERT_TRUE(window);
+        const QRect list = *glimmo->bubble();
+        EXPECT_TRUE(window->frame.contains(list.left() + 16, list.bottom()) ||
+                    window->frame.contains(list.left() + 16, list.top()))
+            << "list at " << list.x() << "," << list.y() << ", window at " << window->frame.x()
+            << "," << window->frame.y();
+    }
     editor->clearKeys();
     ASSERT_TRUE(desktop::waylandKeys("Down"));
     pause(300);

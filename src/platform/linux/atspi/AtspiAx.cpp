@@ -369,6 +369,11 @@ std::optional<platform::Rect> AtspiAx::windowBounds(const platform::Element& ele
     return ref ? bounds(ref, range, at::Coords::Window) : std::nullopt;
 }
 
+std::optional<platform::Rect> AtspiAx::windowFrame(const platform::Element& element) {
+    const AtRef ref = AtElement::unwrap(element);
+    return ref ? at::extents(ref, at::Coords::Window) : std::nullopt;
+}
+
 platform::Rect AtspiAx::onDesktop(const AtRef& element, const platform::Rect& reported) {
     // A zero origin is how applications say they do not know; the engine looks for it.
     if (reported.x == 0 && reported.y == 0) return reported;

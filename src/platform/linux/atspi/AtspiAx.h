@@ -58,6 +58,8 @@ public:
     // A text range's place relative to the element's window, as the toolkit reports it.
     std::optional<platform::Rect> windowBounds(const platform::Element& element,
                                                const platform::Range& range);
+    // The element's own box relative to its window, as the toolkit reports it.
+    std::optional<platform::Rect> windowFrame(const platform::Element& element);
     // The major version of the element's toolkit, where it is GTK; absent otherwise.
     std::optional<int> gtkVersion(const platform::Element& element);
 

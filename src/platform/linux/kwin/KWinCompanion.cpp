@@ -160,7 +160,8 @@ void KWinCompanion::ActiveWindow(const QString& json) {
     }
     window_ = Window{static_cast<qint64>(w.value(QLatin1String("pid")).toDouble()),
                      w.value(QLatin1String("wayland")).toBool(),
-                     rect(w.value(QLatin1String("frame")).toObject()),
+                     // Inside the title bar KWin draws for most windows.
+                     rect(w.value(QLatin1String("client")).toObject()),
                      rect(w.value(QLatin1String("buffer")).toObject()),
                      w.value(QLatin1String("scale")).toDouble(1)};
 }

@@ -27,7 +27,9 @@ public:
     struct Window {
         qint64 pid = 0;
         bool wayland = false;
-        platform::Rect frame;   // what the user sees as the window
+        // The window the toolkit draws, without its shadows and inside any title bar the
+        // compositor adds (GTK 4 counts from here).
+        platform::Rect frame;
         platform::Rect buffer;  // its whole surface, shadows included
         double scale = 1;
     };

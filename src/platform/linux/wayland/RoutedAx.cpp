@@ -58,6 +58,11 @@ std::optional<platform::Value> RoutedAx::attribute(const platform::Element& elem
     }
     if (name == QLatin1String("AXSelectedTextRange"))
         if (const auto kept = edit_.selection(element)) return platform::Value(*kept);
+    // Where an empty box stands (the replies' list goes under its first line): the toolkit
+    // knows it only within its window, placed on the screen from the companion's report.
+    if (name == QLatin1String("AXPosition"))
+        if (const auto box = onScreen(element, ax_.windowFrame(element)))
+            return platform::Value(platform::Point{box->x, box->y});
     return ax_.attribute(element, name);
 }
 
@@ -76,6 +81,11 @@ std::optional<platform::Value> RoutedAx::parameterized(const platform::Element& 
 
 std::optional<platform::Rect> RoutedAx::placed(const platform::Element& element,
                                                const platform::Range& range) {
+    return onScreen(element, ax_.windowBounds(element, range));
+}
+
+std::optional<platform::Rect> RoutedAx::onScreen(const platform::Element& element,
+                                                 const std::optional<platform::Rect>& inWindow) {
     const auto window = companion_.focusedWindow();
     if (!window) {
         trace_.why(companion_.present()
@@ -93,11 +103,11 @@ std::optional<platform::Rect> RoutedAx::placed(const platform::Element& element,
                        .arg(route_.name()));
         return std::nullopt;
     }
-    const auto inWindow = ax_.windowBounds(element, range);
     // A zero origin is how toolkits say they do not know.
     if (!inWindow || (inWindow->x == 0 && inWindow->y == 0)) return std::nullopt;
     // Window coordinates start where the toolkit says its window starts: GTK 3 at its
-    // surface, shadows included; GTK 4 at the frame the user sees.
+    // surface, shadows included; GTK 4 at the window it draws, inside the compositor's title
+    // bar (KWin draws one for GTK 4 too).
     const platform::Rect& origin = ax_.gtkVersion(element) == 4 ? window->frame : window->buffer;
     return fromDevicePixels(inCompositor(*inWindow, origin, window->scale));
 }

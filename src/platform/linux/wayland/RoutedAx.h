@@ -49,6 +49,10 @@ private:
     bool native(const platform::Element& element) const;
     std::optional<platform::Rect> placed(const platform::Element& element,
                                          const platform::Range& range);
+    // A box the toolkit reports relative to its window, on the screen; absent without the
+    // focused window's place.
+    std::optional<platform::Rect> onScreen(const platform::Element& element,
+                                           const std::optional<platform::Rect>& inWindow);
 
     NativeRoute& route_;
     AtspiAx& ax_;
