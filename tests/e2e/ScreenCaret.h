@@ -68,16 +68,18 @@ inline QImage shellScreenshot() {
     return QImage(path).convertToFormat(QImage::Format_RGB32);
 }
 
-// Whether a bubble's frame (which holds its shadow) starts just below the caret blinking in
-// the compositor's screenshots (the shell's by default), about 12 pixels left of it (the last
-// character ends at the caret).
+// Whether a bubble drawn in frame (a window that holds a 14-pixel band of shadow around what it
+// draws) starts just below the caret blinking in the compositor's screenshots (the shell's by
+// default), about 12 pixels left of it (the last character ends at the caret). The shadow may
+// lie over the caret's foot.
 inline std::optional<QString> bubbleOffCaret(
     const QRect& frame, const std::function<QImage()>& shoot = shellScreenshot) {
-    const auto caret = blinkingCaret(frame, 3000, shoot);
+    const QRect drawn = frame.adjusted(14, 14, -14, -14);
+    const auto caret = blinkingCaret(drawn, 3000, shoot);
     if (!caret) return QStringLiteral("no caret blinks on the screen");
-    const int below = frame.top() - (caret->bottom() + 1);
+    const int below = drawn.top() - (caret->bottom() + 1);
     const int left = caret->left() - (frame.left() + 12);
-    if (below >= 0 && below <= 16 && left >= -4 && left <= 32) return std::nullopt;
+    if (below >= 0 && below <= 30 && left >= -4 && left <= 32) return std::nullopt;
     return QStringLiteral("bubble at %1,%2, caret %3,%4..%5")
         .arg(frame.left())
         .arg(frame.top())
