@@ -26,6 +26,9 @@ check "the program in /usr/bin, executable" test -x "$root/bin/glimmo"
 check "the icon" test -s "$root/share/icons/hicolor/scalable/apps/glimmo.svg"
 check "the build number" test "$(cat "$root/share/glimmo/build")" = "$build_number"
 check "the launcher entry validates" desktop-file-validate "$root/share/applications/glimmo.desktop"
+check "the launcher entry asks KWin for its fake input" \
+    grep -q '^X-KDE-Wayland-Interfaces=.*org_kde_kwin_fake_input' "$root/share/applications/glimmo.desktop"
+check "the KWin script" test -s "$root/share/glimmo/companion/kwin/companion.js"
 check "dependencies computed from the binary" \
     sh -c "dpkg-deb -f '$deb' Depends | grep -q libqt6core6"
 check "the package version carries the build" \
@@ -39,6 +42,8 @@ check "the image's volume is Glimmo" \
 xorriso -osirrox on -indev "$iso" -extract /Glimmo "$out/bundle" >/dev/null 2>&1
 check "the bundle on the image, executable" test -x "$out/bundle/bin/glimmo"
 check "the bundle's build number" test "$(cat "$out/bundle/share/glimmo/build")" = "$build_number"
+check "the bundle runs from where the image was read" \
+    sh -c "'$out/bundle/bin/glimmo' --version | grep -q 'build $build_number'"
 
 # The package installed through apt, with what it depends on and nothing recommended, on a bare
 # root of the release this runs on (a throwaway copy of it), then started there: it runs and
