@@ -12,10 +12,12 @@
 # Everything started here is stopped when COMMAND ends; COMMAND's exit status is returned.
 # Skips with 77 when the desktop cannot start, fails with 1 under CI=true, as desktop.sh.
 #
-# KWin's permission checks are off (KWIN_WAYLAND_NO_PERMISSION_CHECKS=1): the test keyboard
-# has no desktop entry of its own. COMMAND gets KWin's screenshots (ScreenShot2) the way a
-# screenshot tool does, through a desktop entry naming it. KWin offers them only when it draws
-# with OpenGL: KWin 5.27 does through Mesa's software renderer, KWin 6 only with a render node.
+# KWin's permission checks stay on: KWin grants its restricted interfaces to a program whose
+# desktop entry names it by path. The built Glimmo gets Glimmo's own launcher entry (fake
+# input, for its paste), the test keyboard one of its own, and COMMAND KWin's screenshots
+# (ScreenShot2), as a screenshot tool does, and fake input for an engine it runs itself. KWin
+# offers screenshots only when it draws with OpenGL: KWin 5.27 does through Mesa's software
+# renderer, KWin 6 only with a render node.
 #
 # Debugging: KWIN_DESKTOP_KEEP=DIR leaves the logs of KWin and of the keyboard in DIR.
 set -uo pipefail
@@ -46,17 +48,33 @@ export XDG_CONFIG_HOME=$HOME/.config XDG_DATA_HOME=$HOME/.local/share
 export XDG_CACHE_HOME=$HOME/.cache XDG_STATE_HOME=$HOME/.local/state
 mkdir -p "$XDG_CONFIG_HOME" "$XDG_DATA_HOME" "$XDG_CACHE_HOME"
 
-# KWin hands its restricted interfaces to the program an entry's Exec names by its path.
-command_path=$(readlink -f "$(command -v "$1")")
-mkdir -p "$XDG_DATA_HOME/applications"
-cat >"$XDG_DATA_HOME/applications/glimmo-test-command.desktop" <<EOF
+# entry NAME PROGRAM LINE: a launcher entry naming PROGRAM by its path, with LINE.
+entry() {
+    cat >"$XDG_DATA_HOME/applications/$1.desktop" <<EOF
 [Desktop Entry]
 Type=Application
-Name=Glimmo's test
-Exec=$command_path
-NoDisplay=true
-X-KDE-DBUS-Restricted-Interfaces=org.kde.KWin.ScreenShot2
+Name=$1
+Exec=$(readlink -f "$(command -v "$2")")
+$3
 EOF
+}
+mkdir -p "$XDG_DATA_HOME/applications"
+# COMMAND may run Glimmo's engine itself.
+entry glimmo-test-command "$1" "X-KDE-DBUS-Restricted-Interfaces=org.kde.KWin.ScreenShot2
+X-KDE-Wayland-Interfaces=org_kde_kwin_fake_input"
+entry glimmo-test-keyboard "$keys" X-KDE-Wayland-Interfaces=org_kde_kwin_fake_input
+glimmo=$(dirname "$keys")/glimmo
+[ -x "$glimmo" ] &&
+    sed "s|^Exec=.*|Exec=$(readlink -f "$glimmo")|" "$here/../../packaging/glimmo.desktop" \
+        >"$XDG_DATA_HOME/applications/glimmo.desktop"
+# KWin finds entries in KDE's application cache, which lists those its applications menu
+# holds: Plasma's session brings that menu (KDE Frameworks 5 came with one, 6 does not).
+mkdir -p "$XDG_CONFIG_HOME/menus"
+echo '<Menu><Name>Applications</Name><DefaultAppDirs/><Include><All/></Include></Menu>' \
+    >"$XDG_CONFIG_HOME/menus/applications.menu"
+for build_cache in kbuildsycoca6 kbuildsycoca5; do
+    command -v $build_cache >/dev/null && { $build_cache >"$work/sycoca.log" 2>&1; break; }
+done
 
 session_bus
 session_a11y
@@ -74,7 +92,7 @@ fi
 # Software drawing and no lock screen. KWin tells the programs it starts where its displays
 # are; one of them reports them here and stays.
 mkfifo "$work/displays"
-KWIN_WAYLAND_NO_PERMISSION_CHECKS=1 LIBGL_ALWAYS_SOFTWARE=1 \
+LIBGL_ALWAYS_SOFTWARE=1 \
     "$kwin_program" --virtual --width 1280 --height 800 --socket glimmo-kwin --xwayland \
     --no-lockscreen \
     "sh -c 'echo \"\$WAYLAND_DISPLAY \$DISPLAY \$XAUTHORITY\" >$work/displays; while kill -0 \$PPID 2>/dev/null; do sleep 1; done'" \

@@ -128,6 +128,8 @@ protected:
             << frame.x() << "," << frame.y() << " " << frame.width() << "x" << frame.height();
         if (onGnome()) bubbleUnderCaret(frame);
         if (onKWin()) {
+            // KWin grants fake input through Glimmo's launcher entry.
+            EXPECT_FALSE(glimmo->log().contains(QStringLiteral("(fake input)")));
             if (kwinShows()) {
                 const auto off = desktop::bubbleOffCaret(frame, desktop::kwinScreenshot);
                 EXPECT_FALSE(off) << off->toStdString();
