@@ -7,8 +7,10 @@
 // sent to io.glimmo.Glimmo's ActiveWindow method as one JSON string (callDBus turns numbers
 // into "i" or "d" by their value, which no fixed signature takes). Rectangles are in KWin's
 // global logical pixels:
-//   {"pid", "wayland", "frame": {x, y, width, height}, "client": {…}, "buffer": {…}, "scale"}
-// and {} when no window is active.
+//   {"pid", "wayland", "frame": {x, y, width, height}, "client": {…}, "buffer": {…},
+//    "desktop": {width, height}}
+// and {} when no window is active. The desktop's size in the same pixels lets Glimmo, an X11
+// program, tell how KWin scales X11 programs.
 
 const GLIMMO = 'io.glimmo.Glimmo';
 const SHORTCUTS = ['tab', 'escape', 'up', 'down'];
@@ -34,8 +36,8 @@ function send() {
         // that; one that decorates itself has no title bar of KWin's, so its frame is.
         client: rect(w.clientGeometry || (w.noBorder ? w.frameGeometry : w.bufferGeometry)),
         buffer: rect(w.bufferGeometry),
-        // KWin 5.27 does not show scripts an output's scale.
-        scale: (w.output && w.output.devicePixelRatio) || 1,
+        desktop: {width: workspace.virtualScreenSize.width,
+            height: workspace.virtualScreenSize.height},
     };
     callDBus(GLIMMO, '/io/glimmo/KWin', 'io.glimmo.KWin', 'ActiveWindow',
         JSON.stringify(window));
@@ -79,6 +81,7 @@ function watch() {
         });
 }
 
+workspace.virtualScreenSizeChanged.connect(send);
 if (six)
     workspace.windowActivated.connect(track);
 else

@@ -12,7 +12,9 @@
 #include <QDBusUnixFileDescriptor>
 #include <QDir>
 #include <QFile>
+#include <QGuiApplication>
 #include <QImage>
+#include <QScreen>
 #include <QRect>
 #include <QTemporaryFile>
 #include <optional>
@@ -104,9 +106,14 @@ inline QImage kwinScreenshot() {
     const auto format = QImage::Format(r.value(QStringLiteral("format")).toInt());
     if (w <= 0 || h <= 0 || data.size() < qsizetype(stride) * h) return {};
     // copy(): the pixels must outlive data, whichever format KWin sent.
-    return QImage(reinterpret_cast<const uchar*>(data.constData()), w, h, stride, format)
-        .copy()
-        .convertToFormat(QImage::Format_RGB32);
+    QImage shot = QImage(reinterpret_cast<const uchar*>(data.constData()), w, h, stride, format)
+                      .copy()
+                      .convertToFormat(QImage::Format_RGB32);
+    // In the X display's pixels, which Glimmo's windows are placed in (KWin's scale may differ).
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    const QSize x = screen ? screen->geometry().size() * screen->devicePixelRatio() : shot.size();
+    return x == shot.size() ? shot
+                            : shot.scaled(x, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
 }  // namespace desktop

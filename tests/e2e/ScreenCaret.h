@@ -8,6 +8,7 @@
 #include <QProcess>
 #include <QRect>
 #include <QScreen>
+#include <cmath>
 #include <cstdlib>
 #include <functional>
 #include <optional>
@@ -68,18 +69,19 @@ inline QImage shellScreenshot() {
     return QImage(path).convertToFormat(QImage::Format_RGB32);
 }
 
-// Whether a bubble drawn in frame (a window that holds a 14-pixel band of shadow around what it
+// Whether a bubble drawn in frame (a window that holds a 14-point band of shadow around what it
 // draws) starts just below the caret blinking in the compositor's screenshots (the shell's by
-// default), about 12 pixels left of it (the last character ends at the caret). The shadow may
-// lie over the caret's foot.
+// default), about 12 points left of it (the last character ends at the caret). The shadow may
+// lie over the caret's foot. Points are pixels times ratio, the X display's scale (Xft.dpi).
 inline std::optional<QString> bubbleOffCaret(
-    const QRect& frame, const std::function<QImage()>& shoot = shellScreenshot) {
-    const QRect drawn = frame.adjusted(14, 14, -14, -14);
+    const QRect& frame, const std::function<QImage()>& shoot = shellScreenshot, double ratio = 1) {
+    const auto pt = [ratio](double points) { return int(std::lround(points * ratio)); };
+    const QRect drawn = frame.adjusted(pt(14), pt(14), -pt(14), -pt(14));
     const auto caret = blinkingCaret(drawn, 3000, shoot);
     if (!caret) return QStringLiteral("no caret blinks on the screen");
     const int below = drawn.top() - (caret->bottom() + 1);
-    const int left = caret->left() - (frame.left() + 12);
-    if (below >= 0 && below <= 30 && left >= -4 && left <= 32) return std::nullopt;
+    const int left = caret->left() - (frame.left() + pt(12));
+    if (below >= 0 && below <= pt(30) && left >= -pt(4) && left <= pt(32)) return std::nullopt;
     return QStringLiteral("bubble at %1,%2, caret %3,%4..%5")
         .arg(frame.left())
         .arg(frame.top())

@@ -19,6 +19,10 @@
 # offers screenshots only when it draws with OpenGL: KWin 5.27 does through Mesa's software
 # renderer, KWin 6 only with a render node.
 #
+# KWIN_DESKTOP_SCALE=S scales the output by S, with X11 programs scaling themselves and told
+# so through Xft.dpi, as Plasma sets up a high-density screen; the desktop stays 1280x800 in
+# KWin's logical pixels.
+#
 # Debugging: KWIN_DESKTOP_KEEP=DIR leaves the logs of KWin and of the keyboard in DIR.
 set -uo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
@@ -47,6 +51,9 @@ export HOME=$work/home
 export XDG_CONFIG_HOME=$HOME/.config XDG_DATA_HOME=$HOME/.local/share
 export XDG_CACHE_HOME=$HOME/.cache XDG_STATE_HOME=$HOME/.local/state
 mkdir -p "$XDG_CONFIG_HOME" "$XDG_DATA_HOME" "$XDG_CACHE_HOME"
+# A scaled screen as Plasma sets one up: X11 programs scale themselves.
+[ -n "${KWIN_DESKTOP_SCALE:-}" ] &&
+    printf '[Xwayland]\nScale=%s\n' "$KWIN_DESKTOP_SCALE" >"$XDG_CONFIG_HOME/kwinrc"
 
 # entry NAME PROGRAM LINE: a launcher entry naming PROGRAM by its path, with LINE.
 entry() {
@@ -93,7 +100,7 @@ fi
 # are; one of them reports them here and stays.
 mkfifo "$work/displays"
 LIBGL_ALWAYS_SOFTWARE=1 \
-    "$kwin_program" --virtual --width 1280 --height 800 --socket glimmo-kwin --xwayland \
+    "$kwin_program" --virtual --width 1280 --height 800 ${KWIN_DESKTOP_SCALE:+--scale $KWIN_DESKTOP_SCALE} --socket glimmo-kwin --xwayland \
     --no-lockscreen \
     "sh -c 'echo \"\$WAYLAND_DISPLAY \$DISPLAY \$XAUTHORITY\" >$work/displays; while kill -0 \$PPID 2>/dev/null; do sleep 1; done'" \
     >"$work/kwin.log" 2>&1 &
@@ -118,6 +125,11 @@ for _ in $(seq 1 100); do
 done
 xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id' ||
     cannot_start "Xwayland does not answer on $DISPLAY"
+
+# X11 programs that scale themselves learn the scale as Plasma tells them, through Xft.dpi.
+[ -n "${KWIN_DESKTOP_SCALE:-}" ] &&
+    xprop -root -f RESOURCE_MANAGER 8s -set RESOURCE_MANAGER \
+        "Xft.dpi:	$(awk "BEGIN { print 96 * $KWIN_DESKTOP_SCALE }")"
 
 session_keyboard "$keys"
 

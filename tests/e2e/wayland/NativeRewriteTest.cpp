@@ -14,6 +14,8 @@
 #include <gtest/gtest.h>
 
 #include <QProcess>
+#include <QRegularExpression>
+#include <QScreen>
 #include <QTemporaryDir>
 #include <csignal>
 #include <iostream>
@@ -33,7 +35,23 @@ const QString kTyped = QStringLiteral("we need teh deck befor tomorow");
 const QString kRewrite = QStringLiteral("We need the deck before tomorrow.");
 const QString kDismissed = QStringLiteral("the meeting is moved to thursday afernoon");
 
-const QRect kScreen(0, 0, 1280, 800);
+// The X display (Glimmo's windows are X11 ones), in its pixels, and its scale (Xft.dpi).
+QRect xScreen() {
+    const QScreen* s = QGuiApplication::primaryScreen();
+    return QRect(QPoint(0, 0), s->geometry().size() * s->devicePixelRatio());
+}
+double xRatio() {
+    // Read now: KWin sets Xft.dpi once Xwayland runs, which may be after this program started.
+    const QString resources = desktop::output("xprop", {"-root", "RESOURCE_MANAGER"});
+    const auto dpi = QRegularExpression(QStringLiteral(R"(Xft\.dpi:(?:\\t|\s)*([0-9.]+))"))
+                         .match(resources);
+    return dpi.hasMatch() ? dpi.captured(1).toDouble() / 96 : 1;
+}
+// KWin's logical pixels in the X display's (kwin-desktop.sh's desktop is 1280 wide).
+QRect inX(const QRect& logical) {
+    const double f = xScreen().width() / 1280.0;
+    return QRect(QPoint(int(logical.x() * f), int(logical.y() * f)), logical.size() * f);
+}
 
 bool onGnome() {
     return qEnvironmentVariableIsSet("GLIMMO_GNOME_SCREENSHOT");
@@ -124,14 +142,14 @@ protected:
         ASSERT_TRUE(waitUntil([&] { return value() == expected; })) << value().toStdString();
         ASSERT_TRUE(bubbleShown(true)) << "no bubble appeared";
         const QRect frame = *glimmo->bubble();
-        EXPECT_TRUE(kScreen.contains(frame))
+        EXPECT_TRUE(xScreen().contains(frame))
             << frame.x() << "," << frame.y() << " " << frame.width() << "x" << frame.height();
         if (onGnome()) bubbleUnderCaret(frame);
         if (onKWin()) {
             // KWin grants fake input through Glimmo's launcher entry.
             EXPECT_FALSE(glimmo->log().contains(QStringLiteral("(fake input)")));
             if (kwinShows()) {
-                const auto off = desktop::bubbleOffCaret(frame, desktop::kwinScreenshot);
+                const auto off = desktop::bubbleOffCaret(frame, desktop::kwinScreenshot, xRatio());
                 EXPECT_FALSE(off) << off->toStdString();
             } else {
                 bubbleUnderKWinCaret(frame);
@@ -161,15 +179,16 @@ protected:
         const auto box = ax->windowBounds(field, platform::Range{last, 1});
         ASSERT_TRUE(box) << "no box for the last character";
         const QRect origin = ax->gtkVersion(field) == 4 ? window->client : window->buffer;
-        // The bubble's window begins with its shadow, a few pixels above what is drawn.
-        const int caretX = origin.x() + int(box->x + box->width);
-        const int caretTop = origin.y() + int(box->y);
-        const int caretBottom = caretTop + int(box->height);
-        const int left = caretX - (frame.left() + 12);
-        EXPECT_TRUE(frame.top() >= caretTop && frame.top() <= caretBottom + 16 &&
-                    left >= -4 && left <= 32)
-            << "bubble at " << frame.left() << "," << frame.top() << ", caret at " << caretX
-            << "," << caretTop << ".." << caretBottom;
+        // The bubble's window begins with its shadow, a few points above what is drawn. KWin
+        // and the toolkit count in logical pixels, the bubble in the X display's.
+        const QRect caret = inX(QRect(origin.x() + int(box->x + box->width),
+                                      origin.y() + int(box->y), 1, int(box->height)));
+        const double pt = xRatio();
+        const int left = caret.x() - (frame.left() + int(12 * pt));
+        EXPECT_TRUE(frame.top() >= caret.top() && frame.top() <= caret.bottom() + 16 * pt &&
+                    left >= -4 * pt && left <= 32 * pt)
+            << "bubble at " << frame.left() << "," << frame.top() << ", caret at " << caret.x()
+            << "," << caret.top() << ".." << caret.bottom();
     }
 
     // Esc takes the bubble away and leaves the text as typed.
@@ -315,10 +334,11 @@ TEST_F(NativeRewrite, Gtk3ChatArrowsChooseAReply) {
         const auto window = desktop::kwinActiveWindow();
         ASSERT_TRUE(window);
         const QRect list = *glimmo->bubble();
-        EXPECT_TRUE(window->frame.contains(list.left() + 16, list.bottom()) ||
-                    window->frame.contains(list.left() + 16, list.top()))
-            << "list at " << list.x() << "," << list.y() << ", window at " << window->frame.x()
-            << "," << window->frame.y();
+        const QRect frame = inX(window->frame);
+        const int drawnLeft = list.left() + int(16 * xRatio());  // past the shadow
+        EXPECT_TRUE(frame.contains(drawnLeft, list.bottom()) || frame.contains(drawnLeft, list.top()))
+            << "list at " << list.x() << "," << list.y() << ", window at " << frame.x() << ","
+            << frame.y();
     }
     editor->clearKeys();
     ASSERT_TRUE(desktop::waylandKeys("Down"));

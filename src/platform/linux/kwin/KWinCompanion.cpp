@@ -1,12 +1,16 @@
 #include "platform/linux/kwin/KWinCompanion.h"
 
+#include <algorithm>
+
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDir>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QScreen>
 #include <QTimer>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
@@ -38,6 +42,18 @@ platform::Rect rect(const QJsonObject& o) {
     return {o.value(QLatin1String("x")).toDouble(), o.value(QLatin1String("y")).toDouble(),
             o.value(QLatin1String("width")).toDouble(),
             o.value(QLatin1String("height")).toDouble()};
+}
+
+// How many of the X display's pixels make one of KWin's logical ones, from the two widths of
+// the desktop: 1 where KWin scales X11 programs itself, the scale where they scale themselves
+// (Plasma's choice for high-density screens).
+double xPixelsPerLogical(double logicalWidth) {
+    if (logicalWidth <= 0 || !qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
+        return 1;
+    double right = 0;
+    for (const QScreen* s : QGuiApplication::screens())
+        right = std::max(right, s->geometry().x() + s->geometry().width() * s->devicePixelRatio());
+    return right > 0 ? right / logicalWidth : 1;
 }
 
 std::uint32_t keysym(const QString& key) {
@@ -158,12 +174,18 @@ void KWinCompanion::ActiveWindow(const QString& json) {
         window_.reset();
         return;
     }
+    // KWin counts in logical pixels, as do the toolkits within their windows; Glimmo's X11
+    // windows count in the X display's.
+    const double f =
+        xPixelsPerLogical(w.value(QLatin1String("desktop")).toObject().value(u"width").toDouble());
+    const auto scaled = [f](const platform::Rect& r) {
+        return platform::Rect{r.x * f, r.y * f, r.width * f, r.height * f};
+    };
     window_ = Window{static_cast<qint64>(w.value(QLatin1String("pid")).toDouble()),
                      w.value(QLatin1String("wayland")).toBool(),
                      // Inside the title bar KWin draws for most windows.
-                     rect(w.value(QLatin1String("client")).toObject()),
-                     rect(w.value(QLatin1String("buffer")).toObject()),
-                     w.value(QLatin1String("scale")).toDouble(1)};
+                     scaled(rect(w.value(QLatin1String("client")).toObject())),
+                     scaled(rect(w.value(QLatin1String("buffer")).toObject())), f};
 }
 
 void KWinCompanion::takeKeys(bool wanted) {
