@@ -12,9 +12,8 @@
 #include <QDBusUnixFileDescriptor>
 #include <QDir>
 #include <QFile>
-#include <QGuiApplication>
 #include <QImage>
-#include <QScreen>
+#include <QRegularExpression>
 #include <QRect>
 #include <QTemporaryFile>
 #include <optional>
@@ -77,6 +76,19 @@ inline std::optional<KWinWindow> kwinActiveWindow() {
     return found;
 }
 
+// The X display's size in its own pixels, as the X server has it (this program's Qt may count
+// otherwise).
+inline QSize xDisplaySize() {
+    const QString root = output("xwininfo", {"-root"});
+    const auto size = [&](const char* name) {
+        return QRegularExpression(QStringLiteral("%1: *([0-9]+)").arg(QLatin1String(name)))
+            .match(root)
+            .captured(1)
+            .toInt();
+    };
+    return QSize(size("Width"), size("Height"));
+}
+
 // The whole screen as KWin draws it, native windows included (ScreenShot2, the tests' desktop
 // lets any caller use it). Null where KWin has no screenshot interface: it needs OpenGL, which
 // KWin 5.27 gets from Mesa's software renderer but KWin 6 only with a render node.
@@ -110,10 +122,10 @@ inline QImage kwinScreenshot() {
                       .copy()
                       .convertToFormat(QImage::Format_RGB32);
     // In the X display's pixels, which Glimmo's windows are placed in (KWin's scale may differ).
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    const QSize x = screen ? screen->geometry().size() * screen->devicePixelRatio() : shot.size();
-    return x == shot.size() ? shot
-                            : shot.scaled(x, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    const QSize x = xDisplaySize();
+    return x.isEmpty() || x == shot.size()
+               ? shot
+               : shot.scaled(x, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
 }  // namespace desktop

@@ -51,9 +51,6 @@ export HOME=$work/home
 export XDG_CONFIG_HOME=$HOME/.config XDG_DATA_HOME=$HOME/.local/share
 export XDG_CACHE_HOME=$HOME/.cache XDG_STATE_HOME=$HOME/.local/state
 mkdir -p "$XDG_CONFIG_HOME" "$XDG_DATA_HOME" "$XDG_CACHE_HOME"
-# A scaled screen as Plasma sets one up: X11 programs scale themselves.
-[ -n "${KWIN_DESKTOP_SCALE:-}" ] &&
-    printf '[Xwayland]\nScale=%s\n' "$KWIN_DESKTOP_SCALE" >"$XDG_CONFIG_HOME/kwinrc"
 
 # entry NAME PROGRAM LINE: a launcher entry naming PROGRAM by its path, with LINE.
 entry() {
@@ -96,6 +93,12 @@ if ! "$kwin_program" --version >/dev/null 2>&1; then
         kwin_program=$work/bin/kwin_wayland
 fi
 
+# A scaled screen as Plasma sets one up: X11 programs scale themselves (KWin 6 lets them by
+# default, KWin 5.27 when told the scale).
+kwin_version=$("$kwin_program" --version 2>/dev/null | sed -n 's/^kwin \([0-9.]*\).*/\1/p')
+[ -n "${KWIN_DESKTOP_SCALE:-}" ] && [ "${kwin_version%%.*}" = 5 ] &&
+    printf '[Xwayland]\nScale=%s\n' "$KWIN_DESKTOP_SCALE" >"$XDG_CONFIG_HOME/kwinrc"
+
 # Software drawing and no lock screen. KWin tells the programs it starts where its displays
 # are; one of them reports them here and stays.
 mkfifo "$work/displays"
@@ -135,8 +138,7 @@ session_keyboard "$keys"
 
 [ -n "$caller_qpa" ] && export QT_QPA_PLATFORM=$caller_qpa
 export GLIMMO_KWIN_LOG=$work/kwin.log
-GLIMMO_KWIN_VERSION=$("$kwin_program" --version 2>/dev/null | sed -n 's/^kwin \([0-9.]*\).*/\1/p')
-export GLIMMO_KWIN_VERSION
+export GLIMMO_KWIN_VERSION=$kwin_version
 echo "kwin desktop up: KWin $GLIMMO_KWIN_VERSION, WAYLAND_DISPLAY=$WAYLAND_DISPLAY DISPLAY=$DISPLAY" >&2
 "$@"
 status=$?
