@@ -24,6 +24,7 @@ namespace desktop {
 
 struct KWinWindow {
     QRect frame, client, buffer;
+    QSize desktop;  // the whole desktop, in the same logical pixels
 };
 
 inline std::optional<KWinWindow> kwinActiveWindow() {
@@ -35,8 +36,9 @@ inline std::optional<KWinWindow> kwinActiveWindow() {
                      "const w = workspace.activeWindow || workspace.activeClient;\n"
                      "const r = g => g ? [g.x, g.y, g.width, g.height].map(Math.round).join(',') "
                      ": '0,0,0,0';\n"
+                     "const d = workspace.virtualScreenSize;\n"
                      "print('%1 ' + (w ? [r(w.frameGeometry), r(w.clientGeometry || w.bufferGeometry), "
-                     "r(w.bufferGeometry)].join(' ') : 'none'));\n")
+                     "r(w.bufferGeometry), d.width + ',' + d.height].join(' ') : 'none'));\n")
                      .arg(tag)
                      .toUtf8());
     script.close();
@@ -65,7 +67,10 @@ inline std::optional<KWinWindow> kwinActiveWindow() {
                 const int at = line.indexOf(tag + u' ');
                 if (at < 0) continue;
                 const QStringList parts = line.mid(at + tag.size() + 1).split(u' ');
-                if (parts.size() == 3) found = KWinWindow{rect(parts[0]), rect(parts[1]), rect(parts[2])};
+                if (parts.size() == 4)
+                    found = KWinWindow{rect(parts[0]), rect(parts[1]), rect(parts[2]),
+                                       QSize(parts[3].section(u',', 0, 0).toInt(),
+                                             parts[3].section(u',', 1, 1).toInt())};
                 return true;
             }
             return false;

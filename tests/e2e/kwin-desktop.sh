@@ -20,8 +20,8 @@
 # renderer, KWin 6 only with a render node.
 #
 # KWIN_DESKTOP_SCALE=S scales the output by S, with X11 programs scaling themselves and told
-# so through Xft.dpi, as Plasma sets up a high-density screen; the desktop stays 1280x800 in
-# KWin's logical pixels.
+# so through Xft.dpi, as Plasma sets up a high-density screen. KWin 5.27 keeps the desktop
+# 1280x800 in its logical pixels, KWin 6 makes it S times that.
 #
 # Debugging: KWIN_DESKTOP_KEEP=DIR leaves the logs of KWin and of the keyboard in DIR.
 set -uo pipefail
@@ -93,10 +93,9 @@ if ! "$kwin_program" --version >/dev/null 2>&1; then
         kwin_program=$work/bin/kwin_wayland
 fi
 
-# A scaled screen as Plasma sets one up: X11 programs scale themselves (KWin 6 lets them by
-# default, KWin 5.27 when told the scale).
+# A scaled screen as Plasma sets one up: X11 programs scale themselves, told the scale.
 kwin_version=$("$kwin_program" --version 2>/dev/null | sed -n 's/^kwin \([0-9.]*\).*/\1/p')
-[ -n "${KWIN_DESKTOP_SCALE:-}" ] && [ "${kwin_version%%.*}" = 5 ] &&
+[ -n "${KWIN_DESKTOP_SCALE:-}" ] &&
     printf '[Xwayland]\nScale=%s\n' "$KWIN_DESKTOP_SCALE" >"$XDG_CONFIG_HOME/kwinrc"
 
 # Software drawing and no lock screen. KWin tells the programs it starts where its displays
