@@ -81,8 +81,7 @@ inline std::optional<KWinWindow> kwinActiveWindow() {
     return found;
 }
 
-// The X display's size in its own pixels, as the X server has it (this program's Qt may count
-// otherwise).
+// The X display's size in its own pixels, as the X server has it.
 inline QSize xDisplaySize() {
     const QString root = output("xwininfo", {"-root"});
     const auto size = [&](const char* name) {
