@@ -81,9 +81,9 @@ inline std::optional<KWinWindow> kwinActiveWindow() {
     return found;
 }
 
-// The X display's size in its own pixels, as the X server has it.
+// The X display's size in its own pixels, as the X server has it; it stays for a test program.
 inline QSize xDisplaySize() {
-    const QString root = output("xwininfo", {"-root"});
+    static const QString root = output("xwininfo", {"-root"});
     const auto size = [&](const char* name) {
         return QRegularExpression(QStringLiteral("%1: *([0-9]+)").arg(QLatin1String(name)))
             .match(root)

@@ -1,20 +1,17 @@
 #include "platform/linux/kwin/KWinCompanion.h"
 
-#include <algorithm>
-
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDir>
 #include <QFileInfo>
-#include <QGuiApplication>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QScreen>
 #include <QTimer>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
 #include "main/Log.h"
+#include "platform/linux/x11/DevicePixels.h"
 
 namespace linuxdesk {
 
@@ -48,12 +45,8 @@ platform::Rect rect(const QJsonObject& o) {
 // the desktop: 1 where KWin scales X11 programs itself, the scale where they scale themselves
 // (Plasma's choice for high-density screens).
 double xPixelsPerLogical(double logicalWidth) {
-    if (logicalWidth <= 0 || !qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
-        return 1;
-    double right = 0;
-    for (const QScreen* s : QGuiApplication::screens())
-        right = std::max(right, s->geometry().x() + s->geometry().width() * s->devicePixelRatio());
-    return right > 0 ? right / logicalWidth : 1;
+    const double right = deviceRight();
+    return right > 0 && logicalWidth > 0 ? right / logicalWidth : 1;
 }
 
 std::uint32_t keysym(const QString& key) {

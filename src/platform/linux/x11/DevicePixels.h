@@ -10,4 +10,7 @@ namespace linuxdesk {
 // Qt keeps each screen's top-left where it is and scales the rest from there.
 platform::Rect fromDevicePixels(const platform::Rect& r);
 
+// The right edge of the X display, in its device pixels; 0 without Qt's screens.
+double deviceRight();
+
 }  // namespace linuxdesk
